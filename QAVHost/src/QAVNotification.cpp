@@ -1,0 +1,5 @@
+#include "QAVNotification.h"
+
+QAV_IMPLEMENT_CLASS(QAVNotification, QAVBaseUnknown, "System");
+
+QAVNotification::~QAVNotification() = default;

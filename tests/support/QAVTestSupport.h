@@ -1,0 +1,64 @@
+// Helpers shared by the tests: a scratch directory, environment variables set
+// for one test, and a reset of every process-wide state.
+#ifndef QAVTestSupport_h
+#define QAVTestSupport_h
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qavtest {
+
+// A fresh directory removed with everything in it at destruction.
+class ScratchDir {
+ public:
+  ScratchDir();
+  ~ScratchDir();
+  ScratchDir(const ScratchDir&) = delete;
+  ScratchDir& operator=(const ScratchDir&) = delete;
+  const std::filesystem::path& path() const { return _path; }
+  std::string str() const { return _path.string(); }
+  // Writes a file (creating parent directories) and returns its path.
+  std::filesystem::path Write(const std::string& relative, const std::string& content) const;
+
+ private:
+  std::filesystem::path _path;
+};
+
+// Sets (or unsets, with nullopt) an environment variable until destruction.
+class ScopedEnv {
+ public:
+  ScopedEnv(const char* name, std::optional<std::string> value);
+  ~ScopedEnv();
+  ScopedEnv(const ScopedEnv&) = delete;
+  ScopedEnv& operator=(const ScopedEnv&) = delete;
+
+ private:
+  std::string _name;
+  std::optional<std::string> _old;
+};
+
+std::string ReadFile(const std::filesystem::path& path);
+
+// A test fixture with its own settings directory; every process-wide state of
+// the host and of the library is reset before and after each test.
+class HostTest : public ::testing::Test {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+  // Re-reads what the library reads at load (after changing the environment).
+  static void ResetProcessState();
+
+  ScratchDir _scratch;
+  std::optional<ScopedEnv> _settingsDir;
+};
+
+// The shared test data beside the project, or empty when it is missing.
+std::filesystem::path SharedDir();
+
+}  // namespace qavtest
+
+#endif
