@@ -1,0 +1,10 @@
+#!/usr/bin/env bash
+# Builds everything with warnings as errors and runs every test. Extra arguments
+# are passed to ctest.
+set -euo pipefail
+QAV_ROOT=$(cd "$(dirname "$0")/.." && pwd)
+. "$QAV_ROOT/scripts/ensure-packages.sh"
+qav_require_commands cmake c++ dpkg-query
+qav_ensure_packages libgtest-dev libgmock-dev liblcms2-dev
+qav_build "$QAV_ROOT/build-tests" -DQAV_BUILD_TESTS=ON -DQAV_WARNINGS_AS_ERRORS=ON
+ctest --test-dir "$QAV_ROOT/build-tests" -j "$(nproc)" --output-on-failure "$@"
