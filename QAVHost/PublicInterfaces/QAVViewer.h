@@ -1,0 +1,36 @@
+// The host's viewers. QAVViewer is the viewer a window shows, with its own
+// callback manager for the events it sends; QAV3DViewer is a 3D viewer, which
+// may hold the visualisation viewer (QAVVizViewer) that draws its scene.
+#ifndef QAVViewer_h
+#define QAVViewer_h
+
+#include "QAVEventSubscriber.h"
+#include "QAVRef.h"
+#include "QAVString.h"
+
+class QAVCallbackManager;
+class QAVFrmWindow;
+
+class QAVHOST_API QAVViewer : public QAVEventSubscriber {
+  QAV_DECLARE_CLASS
+ public:
+  explicit QAVViewer(const char* name = nullptr);
+  QAVViewer(const QAVViewer&) = delete;
+  QAVViewer& operator=(const QAVViewer&) = delete;
+  ~QAVViewer() override;
+
+  const QAVString& GetName() const { return _name; }
+  // Never null.
+  QAVCallbackManager* GetCallbackManager() const { return _callbacks.get(); }
+  // The window that shows this viewer (not owned), or null.
+  QAVFrmWindow* GetFrmWindow() const { return _window; }
+
+ private:
+  friend class QAVFrmWindow;
+
+  QAVString _name;
+  QAVRef<QAVCallbackManager> _callbacks;
+  QAVFrmWindow* _window = nullptr;
+};
+
+#endif

@@ -1,0 +1,11 @@
+#include "QAVViewer.h"
+
+#include "QAVCallbackManager.h"
+#include "QAVFrmWindow.h"
+
+QAV_IMPLEMENT_CLASS(QAVViewer, QAVEventSubscriber, "System");
+
+QAVViewer::QAVViewer(const char* name)
+    : _name(name), _callbacks(QAVMakeRef<QAVCallbackManager>()) {}
+
+QAVViewer::~QAVViewer() = default;
