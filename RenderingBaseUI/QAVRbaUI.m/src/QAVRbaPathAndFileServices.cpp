@@ -1,0 +1,145 @@
+#include "QAVRbaPathAndFileServices.h"
+
+#include <new>
+
+#include "QAVFileServices.h"
+#include "QAVRbaEnvironment.h"
+#include "QAVRbaImageServices.h"
+#include "QAVString.h"
+#include "QAVSysSettingRepository.h"
+
+namespace {
+
+constexpr const char* kSeparator = "/";
+
+bool Exists(const QAVUnicodeString& path) {
+  return _QAVFileAccess(path, 0, 0) == 0;
+}
+
+// The graphic directories the searches walk, from the first entry of the list up
+// to but not including the last.
+QAVListValQAVUnicodeString SearchedGraphicDirectories() {
+  QAVListValQAVUnicodeString all;
+  QAVListValQAVUnicodeString searched;
+  const char* graphicPath = QAVRbaEnvironment::GraphicPath();
+  if (!graphicPath) return searched;
+  QAVRbaImageServices::ExtractPathList(graphicPath, all);
+  for (int position = 1; position < all.Size(); ++position)
+    searched.Append(all[position]);
+  return searched;
+}
+
+// The fallback directory stored under `key` in the live rendering settings, or
+// empty when the repository or the value is missing.
+QAVUnicodeString LiveSettingsDirectory(const char* key) {
+  QAVUnicodeString directory;
+  QAVSysSettingRepository* settings =
+      QAVSysSettingRepository::GetSettingRepository("RenderingLiveSettings");
+  if (settings) settings->ReadAttribute(key, directory);
+  return directory;
+}
+
+QAVUnicodeString Join(const QAVUnicodeString& directory, const QAVUnicodeString& name) {
+  return directory + kSeparator + name;
+}
+
+}  // namespace
+
+HRESULT QAVRbaPathAndFileServices::GetFileInfo(const QAVUnicodeString& directory,
+                                               const QAVUnicodeString& name, int& isDirectory) {
+  isDirectory = 0;
+  QAVStatInfo info;
+  if (FAILED(QAVGetFileInfo(QAVMakePath(directory, name), info))) return E_FAIL;
+  isDirectory = (info.mode & QAV_S_IFDIR) ? 1 : 0;
+  return S_OK;
+}
+
+QAVListValQAVUnicodeString* QAVRbaPathAndFileServices::GetListOfDirectoryFile(
+    const char* directory, QAVListValQAVUnicodeString& extensions) {
+  auto* files = new (std::nothrow) QAVListValQAVUnicodeString;
+  if (!files) return nullptr;
+  const QAVUnicodeString dir(directory);
+  QAVDirectory* reader = nullptr;
+  if (FAILED(QAVOpenDirectory(dir, reader))) return files;
+
+  QAVUnicodeString name;
+  while (QAVReadDirectory(reader, name) == S_OK) {
+    int isDirectory = 0;
+    if (FAILED(GetFileInfo(dir, name, isDirectory)) || isDirectory) continue;
+    if (extensions.Size() == 0) {
+      files->Append(name);
+      continue;
+    }
+    // The extension is looked for in the last four characters of the name, in
+    // all lower case and then in all upper case.
+    const int start = name.GetLength() - 4;
+    for (const QAVUnicodeString& extension : extensions) {
+      QAVUnicodeString lower = extension;
+      lower.ToLower();
+      QAVUnicodeString upper = extension;
+      upper.ToUpper();
+      if (name.SearchSubString(lower, start) >= 0 || name.SearchSubString(upper, start) >= 0) {
+        files->Append(name);
+        break;
+      }
+    }
+  }
+  QAVCloseDirectory(reader);
+  return files;
+}
+
+void QAVRbaPathAndFileServices::RetreiveBackplatePath(const QAVUnicodeString& fileName,
+                                                      QAVUnicodeString& foundPath) {
+  if (fileName.IsEmpty()) return;
+  QAVUnicodeString base;
+  QAVUnicodeString extension;
+  QAVRbaImageServices::SplitPath(fileName, base, extension);
+  QAVUnicodeString lowerExtension = extension;
+  lowerExtension.ToLower();
+  QAVUnicodeString upperExtension = extension;
+  upperExtension.ToUpper();
+
+  for (const QAVUnicodeString& directory : SearchedGraphicDirectories()) {
+    const QAVUnicodeString candidates[] = {
+        Join(directory, base + "." + lowerExtension),
+        Join(directory, base + "." + upperExtension),
+        Join(Join(directory, "backplates"), fileName),
+    };
+    for (const QAVUnicodeString& candidate : candidates) {
+      if (Exists(candidate)) {
+        foundPath = candidate;
+        return;
+      }
+    }
+  }
+
+  const QAVUnicodeString fallback = LiveSettingsDirectory("BackplatePath");
+  if (fallback.IsEmpty()) return;
+  // Only the lower-case form is looked for in the fallback directory, unlike in
+  // the graphic directories: a file stored there with an upper-case extension is
+  // deliberately not found.
+  const QAVUnicodeString candidate = Join(fallback, base + "." + lowerExtension);
+  if (Exists(candidate)) foundPath = candidate;
+}
+
+void QAVRbaPathAndFileServices::RetreiveTexturePath(const QAVUnicodeString& fileName,
+                                                    QAVUnicodeString& foundPath) {
+  if (fileName.IsEmpty()) return;
+  for (const QAVUnicodeString& directory : SearchedGraphicDirectories()) {
+    const QAVUnicodeString candidates[] = {
+        Join(directory, fileName),
+        Join(Join(directory, "ambiences"), fileName),
+    };
+    for (const QAVUnicodeString& candidate : candidates) {
+      if (Exists(candidate)) {
+        foundPath = candidate;
+        return;
+      }
+    }
+  }
+
+  const QAVUnicodeString fallback = LiveSettingsDirectory("AmbiencePath");
+  if (fallback.IsEmpty()) return;
+  const QAVUnicodeString candidate = Join(fallback, fileName);
+  if (Exists(candidate)) foundPath = candidate;
+}
