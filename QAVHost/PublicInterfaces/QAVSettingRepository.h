@@ -1,16 +1,42 @@
 // The host's setting repositories: named, typed, persisted key/value stores.
 //
-// A repository lives in memory once opened and is saved to
-// "<settings directory>/<name>.settings" by SaveRepository, atomically (the file
-// holds either the old or the new content, whatever happens during the save).
-// The settings directory is the environment variable QAVHOST_SETTINGS_DIR, or
-// "$XDG_CONFIG_HOME/qavhost", or "$HOME/.config/qavhost". A corrupt or unreadable
-// file is reported once on standard error, the repository then reads as empty,
-// and the file is kept aside (renamed "<file>.corrupt") before a save replaces it.
+// A repository is loaded from its file on the first GetRepository and kept for
+// the process; SaveRepository writes it back atomically (the file holds either
+// the old or the new content, whatever happens during the save). The file is
+// "<settings directory>/<name>.settings"; the settings directory is the
+// environment variable QAVHOST_SETTINGS_DIR, or "$XDG_CONFIG_HOME/qavhost", or
+// "$HOME/.config/qavhost". Bytes of the name other than letters, digits, '-',
+// '_' and '.' are written %HH in the file name.
 //
-// Reading a key that is not stored declares it: the preset value of the output
-// becomes the stored value (in memory, until a save). Every change dispatches
-// ModifiedEvent() on the repository's callback manager.
+// File format (UTF-8 text, lines ended by a newline):
+//
+//   QAVHostSettings 1
+//   DomeImage<TAB>string<TAB>1<TAB>studio_pure_white.hdr
+//   Width<TAB>float<TAB>1<TAB>800
+//   CanvasArray<TAB>text<TAB>2<TAB>result<TAB>depth
+//
+// The first line is the header. Each further line is one key: the key, its type
+// (short, int, float, double, string for QAVString, text for QAVUnicodeString),
+// its number of values, then the values, all separated by tabs; keys are listed
+// in declaration order. Keys and texts are escaped: \\ \t \n \r, and \xHH for the
+// other control bytes (and for a '#' starting a key); other bytes, UTF-8
+// included, are kept as they are. Integers are decimal. A float or double is
+// written in the shortest decimal form that reads back to the same value ("inf",
+// "-inf" for infinities) and a NaN as "nan:" and its bits in hexadecimal, so
+// every value comes back bit for bit. Empty lines and lines starting with '#' are
+// ignored.
+//
+// A file that cannot be read or does not follow this format is reported once on
+// standard error (one line naming the file and what is wrong); the repository
+// then reads as empty, and before the first save replaces the file, the file is
+// moved aside as "<file>.corrupt" (".corrupt.2", ... when taken), which is said
+// on standard error too. A bad file is never silently overwritten.
+//
+// Reading a key that is not stored declares it: the preset values of the output
+// become the stored value (in memory, until a save). Every write that changes the
+// stored content dispatches ModifiedEvent() on the repository's callback manager,
+// with the repository as data; a declaration changes no value anyone has read and
+// dispatches nothing.
 #ifndef QAVSettingRepository_h
 #define QAVSettingRepository_h
 
@@ -29,9 +55,10 @@ enum class QAVSettingType { None, Short, Int, Float, Double, String, Text };
 class QAVHOST_API QAVSettingRepository : public QAVSysSettingRepository {
   QAV_DECLARE_CLASS
  public:
-  // Opens the repository of this name, or returns null when the host has none.
-  // `flags`, `accessType` and `controller` are the host's and are not used here.
-  // The host keeps the repository; the caller does not release it.
+  // Opens the repository of this name, or returns null when the host has none
+  // (an empty name, or a name made unavailable). `flags`, `accessType` and
+  // `controller` are the host's and are not used here. The host keeps the
+  // repository; the caller does not release it.
   static QAVSettingRepository* GetRepository(const QAVString& name, int flags = 0,
                                              int accessType = 1,
                                              QAVBaseUnknown* controller = nullptr);
@@ -41,16 +68,19 @@ class QAVHOST_API QAVSettingRepository : public QAVSysSettingRepository {
   static const char* ModifiedEvent();
 
   // Tests: say whether a repository of this name exists for GetRepository (all
-  // names exist unless said otherwise).
+  // names exist unless said otherwise). A repository already loaded is kept and
+  // comes back when its name is made available again.
   static void SetAvailable(const QAVString& name, bool available);
 
   const QAVString& GetName() const { return _name; }
+  // The file the repository is loaded from and saved to.
+  const std::string& GetFilePath() const;
 
-  // Typed reads of `count` values. When the key is stored with this type, the
-  // stored values are copied (at most `count`) and the result is S_OK. When it is
-  // not stored, the `count` preset values of `value` are stored as its
-  // declaration and the result is S_OK. A key stored with another type gives
-  // E_FAIL and leaves `value` untouched.
+  // Typed reads of `count` values (count >= 1). When the key is stored with this
+  // type, the stored values are copied (at most `count`; fewer when fewer are
+  // stored) and the result is S_OK. When it is not stored, the `count` preset
+  // values of `value` are stored as its declaration and the result is S_OK. A key
+  // stored with another type gives E_FAIL and leaves `value` untouched.
   HRESULT ReadSetting(const char* key, short* value, int count = 1);
   HRESULT ReadSetting(const char* key, int* value, int count = 1);
   HRESULT ReadSetting(const char* key, float* value, int count = 1);
@@ -58,8 +88,9 @@ class QAVHOST_API QAVSettingRepository : public QAVSysSettingRepository {
   HRESULT ReadSetting(const char* key, QAVString* value, int count = 1);
   HRESULT ReadSetting(const char* key, QAVUnicodeString* value, int count = 1);
 
-  // Typed writes of `count` values (in memory until SaveRepository). A key stored
-  // with another type is not changed and the result is E_FAIL.
+  // Typed writes of `count` values (count >= 0; in memory until SaveRepository).
+  // The key is declared by the write when it is new. A key stored with another
+  // type is not changed and the result is E_FAIL.
   HRESULT WriteSetting(const char* key, const short* value, int count = 1);
   HRESULT WriteSetting(const char* key, const int* value, int count = 1);
   HRESULT WriteSetting(const char* key, const float* value, int count = 1);
@@ -67,18 +98,38 @@ class QAVHOST_API QAVSettingRepository : public QAVSysSettingRepository {
   HRESULT WriteSetting(const char* key, const QAVString* value, int count = 1);
   HRESULT WriteSetting(const char* key, const QAVUnicodeString* value, int count = 1);
 
+  // Writes values given as text (one text per value) to a key that is already
+  // stored, converting them to its stored type: integers in decimal within the
+  // range of the type, finite floats and doubles in decimal. E_FAIL, nothing
+  // changed and `error` (when given) saying why, for a key that is not stored,
+  // no value, or a text that is not a value of the type.
+  HRESULT WriteSettingFromText(const char* key, const std::vector<std::string>& texts,
+                               std::string* error = nullptr);
+  // The stored values of a key as texts (see ReadAttribute); empty when absent.
+  std::vector<std::string> GetSettingTexts(const char* key) const;
+
   // Writes the repository to its file, atomically. E_FAIL, with a line on
   // standard error, when the file cannot be written; the old file is then intact.
   HRESULT SaveRepository();
 
-  // Inspection: the stored keys in declaration order, their type and count.
+  // Inspection: the stored keys in declaration order, their type and count
+  // (None and 0 for a key that is not stored).
   std::vector<QAVString> GetKeys() const;
   QAVSettingType GetSettingType(const char* key) const;
   int GetSettingCount(const char* key) const;
-  // Number of WriteSetting calls that changed the repository since it was opened.
+  // Number of writes that changed the repository since it was opened.
   int GetWriteCount() const { return _writeCount; }
+  // The type's name as the file writes it ("short", "int", ... "text").
+  static const char* GetTypeName(QAVSettingType type);
 
   HRESULT ReadAttribute(const QAVString& key, QAVUnicodeString& value) const override;
+  HRESULT ReadAttr(const char* key, short* value, int count = 1) const override;
+  HRESULT ReadAttr(const char* key, int* value, int count = 1) const override;
+  HRESULT ReadAttr(const char* key, float* value, int count = 1) const override;
+  HRESULT ReadAttr(const char* key, double* value, int count = 1) const override;
+  HRESULT ReadAttr(const char* key, QAVString* value, int count = 1) const override;
+  HRESULT ReadAttr(const char* key, QAVUnicodeString* value, int count = 1) const override;
+
   QAVCallbackManager* GetCallbackManager() const { return _callbacks.get(); }
 
   QAVSettingRepository(const QAVSettingRepository&) = delete;
@@ -88,6 +139,13 @@ class QAVHOST_API QAVSettingRepository : public QAVSysSettingRepository {
  private:
   explicit QAVSettingRepository(const QAVString& name);
   friend struct QAVSettingRepositoryAccess;
+
+  template <class T>
+  HRESULT Read(const char* key, T* value, int count);
+  template <class T>
+  HRESULT Write(const char* key, const T* value, int count);
+  template <class T>
+  HRESULT Attr(const char* key, T* value, int count) const;
 
   struct Impl;
   QAVString _name;
