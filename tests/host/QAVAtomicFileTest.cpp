@@ -1,0 +1,92 @@
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "QAVAtomicFile.h"
+#include "QAVTestSupport.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class AtomicFileTest : public qavtest::HostTest {
+ protected:
+  std::vector<std::string> Entries(const fs::path& dir) const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(dir))
+      names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+};
+
+}  // namespace
+
+TEST_F(AtomicFileTest, ReplacesWholeFilesCreatingDirectoriesAndKeepingPermissions) {
+  const fs::path file = _scratch.path() / "a" / "b" / "store.txt";
+  std::string error;
+  ASSERT_TRUE(QAVAtomicFile::Write(file.string(), "first", &error)) << error;
+  EXPECT_EQ(qavtest::ReadFile(file), "first");
+  EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+
+  fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+  ASSERT_TRUE(QAVAtomicFile::Write(file.string(), std::string(100000, 'x') + "end", &error));
+  EXPECT_EQ(qavtest::ReadFile(file), std::string(100000, 'x') + "end");
+  EXPECT_EQ(fs::status(file).permissions(),
+            fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+  EXPECT_EQ(Entries(file.parent_path()), std::vector<std::string>{"store.txt"});
+}
+
+TEST_F(AtomicFileTest, AnInterruptedSaveLeavesTheOldContentAndNoTemporary) {
+  const fs::path dir = _scratch.path() / "dir";
+  const fs::path file = dir / "store.txt";
+  const std::string old = "old content\n";
+  ASSERT_TRUE(QAVAtomicFile::Write(file.string(), old));
+
+  struct Interruption {
+    QAVAtomicFile::Stage stage;
+    std::size_t afterBytes;
+    const char* says;
+  };
+  const Interruption interruptions[] = {
+      {QAVAtomicFile::Stage::Open, 0, "cannot create a temporary file"},
+      {QAVAtomicFile::Stage::WriteData, 0, "cannot write"},
+      {QAVAtomicFile::Stage::WriteData, 5, "cannot write"},
+      {QAVAtomicFile::Stage::Sync, 0, "cannot flush"},
+      {QAVAtomicFile::Stage::Rename, 0, "cannot rename"},
+  };
+  for (const Interruption& at : interruptions) {
+    QAVAtomicFile::SimulateFailure(at.stage, at.afterBytes);
+    std::string error;
+    EXPECT_FALSE(QAVAtomicFile::Write(file.string(), "the new and longer content\n", &error));
+    EXPECT_NE(error.find(at.says), std::string::npos) << error;
+    EXPECT_EQ(qavtest::ReadFile(file), old);
+    EXPECT_EQ(Entries(dir), std::vector<std::string>{"store.txt"});
+  }
+
+  // A first save that fails leaves no file at all.
+  const fs::path fresh = dir / "fresh.txt";
+  EXPECT_FALSE(QAVAtomicFile::Write(fresh.string(), "content"));
+  EXPECT_FALSE(fs::exists(fresh));
+
+  // The process reset clears the simulated failure.
+  ResetProcessState();
+  EXPECT_TRUE(QAVAtomicFile::Write(file.string(), "new"));
+  EXPECT_EQ(qavtest::ReadFile(file), "new");
+}
+
+TEST_F(AtomicFileTest, MoveAsideNeverReplacesAnEarlierCopy) {
+  const fs::path file = _scratch.Write("bad.txt", "one");
+  EXPECT_EQ(QAVAtomicFile::MoveAside(file.string()), file.string() + ".corrupt");
+  _scratch.Write("bad.txt", "two");
+  EXPECT_EQ(QAVAtomicFile::MoveAside(file.string()), file.string() + ".corrupt.2");
+  EXPECT_EQ(qavtest::ReadFile(file.string() + ".corrupt"), "one");
+  EXPECT_EQ(qavtest::ReadFile(file.string() + ".corrupt.2"), "two");
+  std::string error;
+  EXPECT_EQ(QAVAtomicFile::MoveAside(file.string(), &error), "");
+  EXPECT_NE(error.find("cannot rename"), std::string::npos);
+}

@@ -1,0 +1,376 @@
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cfloat>
+#include <climits>
+#include <cmath>
+#include <cstdint>
+#include <filesystem>
+#include <limits>
+
+#include "QAVAtomicFile.h"
+#include "QAVSettingRepository.h"
+#include "QAVTestSupport.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class SettingRepositoryTest : public qavtest::HostTest {
+ protected:
+  fs::path SettingsDir() const { return _scratch.path() / "settings"; }
+  // Forgets every loaded repository, as a new process would.
+  static QAVSettingRepository* Reopen(const char* name) {
+    ResetProcessState();
+    return QAVSettingRepository::GetRepository(name);
+  }
+};
+
+std::uint32_t Bits(float f) {
+  return std::bit_cast<std::uint32_t>(f);
+}
+std::uint64_t Bits(double d) {
+  return std::bit_cast<std::uint64_t>(d);
+}
+
+}  // namespace
+
+TEST_F(SettingRepositoryTest, SavedValuesComeBackExactly) {
+  auto* repo = QAVSettingRepository::GetRepository("RoundTrip");
+  ASSERT_NE(repo, nullptr);
+  const short shorts[] = {SHRT_MIN, -1, 0, SHRT_MAX};
+  const int ints[] = {INT_MIN, 0, 150, INT_MAX};
+  const float floats[] = {0.006f,
+                          2.2f,
+                          -0.0f,
+                          std::numeric_limits<float>::denorm_min(),
+                          FLT_MAX,
+                          -std::numeric_limits<float>::infinity(),
+                          std::bit_cast<float>(0x7FA00001u)};  // a NaN with a payload
+  const double doubles[] = {0.1,
+                            -0.0,
+                            std::numeric_limits<double>::denorm_min(),
+                            DBL_MAX,
+                            std::numeric_limits<double>::infinity(),
+                            std::bit_cast<double>(0xFFF8000000000123ull)};
+  const QAVString strings[] = {"",
+                               "tab\there",
+                               "line\nbreak\r\n",
+                               "back\\slash\\t",
+                               "#not a comment",
+                               QAVString(std::string("nul\0byte\x01\x7f", 13))};
+  const QAVUnicodeString texts[] = {"été 日本 😀", " leading and trailing blanks "};
+  ASSERT_EQ(repo->WriteSetting("shorts", shorts, 4), S_OK);
+  ASSERT_EQ(repo->WriteSetting("ints", ints, 4), S_OK);
+  ASSERT_EQ(repo->WriteSetting("floats", floats, 7), S_OK);
+  ASSERT_EQ(repo->WriteSetting("doubles", doubles, 6), S_OK);
+  ASSERT_EQ(repo->WriteSetting("strings", strings, 6), S_OK);
+  ASSERT_EQ(repo->WriteSetting("#odd\tkey\\", texts, 2), S_OK);
+  ASSERT_EQ(repo->WriteSetting("empty list", texts, 0), S_OK);
+  ASSERT_EQ(repo->SaveRepository(), S_OK);
+  EXPECT_TRUE(fs::exists(SettingsDir() / "RoundTrip.settings"));
+
+  testing::internal::CaptureStderr();
+  repo = Reopen("RoundTrip");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  const std::vector<QAVString> order = {"shorts",  "ints",        "floats",    "doubles",
+                                        "strings", "#odd\tkey\\", "empty list"};
+  EXPECT_EQ(repo->GetKeys(), order);
+
+  short s[4] = {};
+  int i[4] = {};
+  float f[7] = {};
+  double d[6] = {};
+  QAVString str[6];
+  QAVUnicodeString txt[2];
+  ASSERT_EQ(repo->ReadSetting("shorts", s, 4), S_OK);
+  ASSERT_EQ(repo->ReadSetting("ints", i, 4), S_OK);
+  ASSERT_EQ(repo->ReadSetting("floats", f, 7), S_OK);
+  ASSERT_EQ(repo->ReadSetting("doubles", d, 6), S_OK);
+  ASSERT_EQ(repo->ReadSetting("strings", str, 6), S_OK);
+  ASSERT_EQ(repo->ReadSetting("#odd\tkey\\", txt, 2), S_OK);
+  for (int k = 0; k < 4; ++k)
+    EXPECT_EQ(s[k], shorts[k]);
+  for (int k = 0; k < 4; ++k)
+    EXPECT_EQ(i[k], ints[k]);
+  for (int k = 0; k < 7; ++k)
+    EXPECT_EQ(Bits(f[k]), Bits(floats[k])) << "float " << k;
+  for (int k = 0; k < 6; ++k)
+    EXPECT_EQ(Bits(d[k]), Bits(doubles[k])) << "double " << k;
+  for (int k = 0; k < 6; ++k)
+    EXPECT_EQ(str[k], strings[k]) << "string " << k;
+  for (int k = 0; k < 2; ++k)
+    EXPECT_EQ(txt[k], texts[k]);
+  EXPECT_EQ(repo->GetSettingType("empty list"), QAVSettingType::Text);
+  EXPECT_EQ(repo->GetSettingCount("empty list"), 0);
+  EXPECT_EQ(repo->GetSettingType("strings"), QAVSettingType::String);
+  EXPECT_EQ(repo->GetSettingType("floats"), QAVSettingType::Float);
+}
+
+TEST_F(SettingRepositoryTest, ReadingDeclaresAndTypesAreKept) {
+  auto* repo = QAVSettingRepository::GetRepository("Declare");
+  int dispatched = 0;
+  repo->GetCallbackManager()->AddCallback(
+      QAVSettingRepository::ModifiedEvent(),
+      [&](const char*, void*, QAVNotification*, void*, QAVCallback) { ++dispatched; });
+
+  // An absent key takes the preset values, and keeps them against later presets.
+  int pair[2] = {7, 8};
+  EXPECT_EQ(repo->ReadSetting("Pair", pair, 2), S_OK);
+  int other[3] = {1, 2, 3};
+  EXPECT_EQ(repo->ReadSetting("Pair", other, 3), S_OK);
+  EXPECT_EQ(other[0], 7);
+  EXPECT_EQ(other[1], 8);
+  EXPECT_EQ(other[2], 3);  // fewer stored than asked: the rest is untouched
+  EXPECT_EQ(repo->GetSettingCount("Pair"), 2);
+
+  // Another type is refused both ways and leaves everything as it was.
+  float asFloat = 4.5f;
+  EXPECT_EQ(repo->ReadSetting("Pair", &asFloat), E_FAIL);
+  EXPECT_EQ(asFloat, 4.5f);
+  EXPECT_EQ(repo->WriteSetting("Pair", &asFloat), E_FAIL);
+  EXPECT_EQ(repo->GetSettingType("Pair"), QAVSettingType::Int);
+  QAVString asString = "x";
+  EXPECT_EQ(repo->ReadSetting("Pair", &asString), E_FAIL);
+  EXPECT_EQ(asString, "x");
+
+  // Bad arguments.
+  EXPECT_EQ(repo->ReadSetting(nullptr, pair), E_FAIL);
+  EXPECT_EQ(repo->ReadSetting("", pair), E_FAIL);
+  EXPECT_EQ(repo->ReadSetting("Zero", pair, 0), E_FAIL);
+  EXPECT_EQ(repo->GetSettingType("Zero"), QAVSettingType::None);
+
+  // Declarations change no value anyone read: no event, no write counted.
+  EXPECT_EQ(dispatched, 0);
+  EXPECT_EQ(repo->GetWriteCount(), 0);
+  // Nothing reaches the disk without a save.
+  EXPECT_FALSE(fs::exists(repo->GetFilePath()));
+
+  // The non-declaring reads of the system view.
+  QAVSysSettingRepository* sys = QAVSysSettingRepository::GetRepository("Declare");
+  EXPECT_EQ(sys, repo);
+  int attr = -1;
+  EXPECT_EQ(sys->ReadAttr("Missing", &attr), E_FAIL);
+  EXPECT_EQ(attr, -1);
+  EXPECT_EQ(repo->GetSettingType("Missing"), QAVSettingType::None);
+  EXPECT_EQ(sys->ReadAttr("Pair", &asFloat), E_FAIL);
+  EXPECT_EQ(sys->ReadAttr("Pair", &attr), S_OK);
+  EXPECT_EQ(attr, 7);
+  QAVUnicodeString text = "untouched";
+  EXPECT_EQ(sys->ReadAttribute("Missing", text), E_FAIL);
+  EXPECT_EQ(text, "untouched");
+  EXPECT_EQ(sys->ReadAttribute("Pair", text), S_OK);
+  EXPECT_EQ(text, "7;8");
+  const float shutter = 0.006f;
+  repo->WriteSetting("Shutter", &shutter);
+  EXPECT_EQ(sys->ReadAttribute("Shutter", text), S_OK);
+  EXPECT_EQ(text, "0.006");
+}
+
+TEST_F(SettingRepositoryTest, ModifiedEventFollowsRealChangesOnly) {
+  auto* repo = QAVSettingRepository::GetRepository("Events");
+  std::vector<void*> data;
+  repo->GetCallbackManager()->AddCallback(
+      QAVSettingRepository::ModifiedEvent(),
+      [&](const char*, void* d, QAVNotification*, void*, QAVCallback) { data.push_back(d); });
+  const float zero = 0.0f;
+  const float negativeZero = -0.0f;
+  EXPECT_EQ(repo->WriteSetting("F", &zero), S_OK);
+  EXPECT_EQ(repo->WriteSetting("F", &zero), S_OK);          // same bits: no change
+  EXPECT_EQ(repo->WriteSetting("F", &negativeZero), S_OK);  // other bits: a change
+  const int two[2] = {1, 2};
+  repo->WriteSetting("I", two, 1);
+  repo->WriteSetting("I", two, 2);  // one more value: a change
+  repo->WriteSetting("I", two, 2);
+  ASSERT_EQ(data.size(), 4u);
+  for (void* d : data)
+    EXPECT_EQ(d, repo);
+  EXPECT_EQ(repo->GetWriteCount(), 4);
+}
+
+TEST_F(SettingRepositoryTest, TextWritesFollowTheStoredType) {
+  auto* repo = QAVSettingRepository::GetRepository("Text");
+  int dpi = 150;
+  short flag = 0;
+  float gamma = 2.2f;
+  double scale = 1.0;
+  QAVUnicodeString canvas[1] = {"result"};
+  repo->ReadSetting("DPI", &dpi);
+  repo->ReadSetting("Flag", &flag);
+  repo->ReadSetting("Gamma", &gamma);
+  repo->ReadSetting("Scale", &scale);
+  repo->ReadSetting("Canvas", canvas, 1);
+
+  struct Refused {
+    const char* key;
+    std::vector<std::string> texts;
+    const char* says;
+  };
+  const Refused refused[] = {
+      {"DPI", {"abc"}, "\"abc\" is not an int"},
+      {"DPI", {"12abc"}, "is not an int"},
+      {"DPI", {"1.5"}, "is not an int"},
+      {"DPI", {"2147483648"}, "is out of range for an int"},
+      {"Flag", {"40000"}, "is out of range for a short"},
+      {"Gamma", {"1.5x"}, "\"1.5x\" is not a finite float"},
+      {"Gamma", {"1e39"}, "is out of range for a float"},
+      {"Gamma", {"nan"}, "is not a finite float"},
+      {"Gamma", {""}, "is not a finite float"},
+      {"Scale", {"1e400"}, "is out of range for a double"},
+      {"DPI", {}, "no value"},
+      {"Undeclared", {"1"}, "\"Undeclared\" is not declared"},
+  };
+  for (const Refused& r : refused) {
+    std::string error;
+    EXPECT_EQ(repo->WriteSettingFromText(r.key, r.texts, &error), E_FAIL) << r.key;
+    EXPECT_NE(error.find(r.says), std::string::npos) << error;
+  }
+  EXPECT_EQ(repo->GetWriteCount(), 0);
+  EXPECT_EQ(repo->GetSettingTexts("DPI"), std::vector<std::string>{"150"});
+
+  EXPECT_EQ(repo->WriteSettingFromText("DPI", {"+300"}), S_OK);
+  EXPECT_EQ(repo->WriteSettingFromText("Flag", {"-32768"}), S_OK);
+  EXPECT_EQ(repo->WriteSettingFromText("Gamma", {"0.006"}), S_OK);
+  EXPECT_EQ(repo->WriteSettingFromText("Canvas", {"a;b", "c\td"}), S_OK);
+  EXPECT_EQ(repo->ReadAttr("DPI", &dpi), S_OK);
+  EXPECT_EQ(dpi, 300);
+  EXPECT_EQ(repo->ReadAttr("Flag", &flag), S_OK);
+  EXPECT_EQ(flag, SHRT_MIN);
+  EXPECT_EQ(repo->ReadAttr("Gamma", &gamma), S_OK);
+  EXPECT_EQ(Bits(gamma), 0x3BC49BA6u);
+  EXPECT_EQ(repo->GetSettingTexts("Canvas"), (std::vector<std::string>{"a;b", "c\td"}));
+}
+
+TEST_F(SettingRepositoryTest, RepositoriesAreKeptUntilResetAndCanBeMadeUnavailable) {
+  auto* live = QAVSettingRepository::GetRepository("RenderingLiveSettings");
+  ASSERT_NE(live, nullptr);
+  EXPECT_EQ(QAVSettingRepository::GetRepository("RenderingLiveSettings", 0, 1, nullptr), live);
+  EXPECT_EQ(QAVSysSettingRepository::GetSettingRepository("RenderingLiveSettings"), live);
+  EXPECT_EQ(QAVSettingRepository::GetRepository(""), nullptr);
+
+  const int value = 5;
+  live->WriteSetting("Unsaved", &value);
+  QAVSettingRepository::SetAvailable("RenderingBatchSettings", false);
+  EXPECT_EQ(QAVSettingRepository::GetRepository("RenderingBatchSettings"), nullptr);
+  EXPECT_EQ(QAVSysSettingRepository::GetRepository("RenderingBatchSettings"), nullptr);
+  QAVSettingRepository::SetAvailable("RenderingLiveSettings", false);
+  QAVSettingRepository::SetAvailable("RenderingLiveSettings", true);
+  EXPECT_EQ(QAVSettingRepository::GetRepository("RenderingLiveSettings"), live);
+  EXPECT_EQ(live->GetSettingType("Unsaved"), QAVSettingType::Int);
+
+  // A reset forgets loaded repositories (and what was not saved) and availability.
+  live = Reopen("RenderingLiveSettings");
+  EXPECT_EQ(live->GetSettingType("Unsaved"), QAVSettingType::None);
+  EXPECT_NE(QAVSettingRepository::GetRepository("RenderingBatchSettings"), nullptr);
+
+  // Names are safe file names.
+  auto* odd = QAVSettingRepository::GetRepository("../a b");
+  EXPECT_EQ(fs::path(odd->GetFilePath()), SettingsDir() / "%2E.%2Fa%20b.settings");
+}
+
+TEST_F(SettingRepositoryTest, SettingsDirectoryComesFromTheEnvironment) {
+  EXPECT_EQ(QAVSettingRepository::GetSettingsDirectory(), SettingsDir().string());
+  qavtest::ScopedEnv noDir("QAVHOST_SETTINGS_DIR", std::nullopt);
+  {
+    qavtest::ScopedEnv xdg("XDG_CONFIG_HOME", "/x/config");
+    EXPECT_EQ(QAVSettingRepository::GetSettingsDirectory(), "/x/config/qavhost");
+  }
+  qavtest::ScopedEnv noXdg("XDG_CONFIG_HOME", std::nullopt);
+  qavtest::ScopedEnv home("HOME", "/home/someone");
+  EXPECT_EQ(QAVSettingRepository::GetSettingsDirectory(), "/home/someone/.config/qavhost");
+}
+
+TEST_F(SettingRepositoryTest, BadFilesAreReportedReadAsEmptyAndKeptAside) {
+  const std::string good = "QAVHostSettings 1\nA\tint\t1\t5\n";
+  const std::pair<std::string, std::string> cases[] = {
+      {"", "the file is empty"},
+      {"QAVHostSettings 2\n", "line 1: the first line is not"},
+      {good + "B\tlong\t1\t5\n", "line 3: unknown type \"long\""},
+      {good + "B\tint\t2\t5\n", "line 3: 2 values expected, 1 found"},
+      {good + "B\tint\t-1\n", "line 3: bad count"},
+      {good + "B\tint\t1\t5.0\n", "line 3: \"5.0\" is not an int"},
+      {good + "B\tshort\t1\t32768\n", "line 3: \"32768\" is out of range for a short"},
+      {good + "B\tstring\t1\tbad\\q\n", "line 3: bad escape"},
+      {good + "A\tint\t1\t6\n", "line 3: the key \"A\" is given twice"},
+      {good + "just text\n", "line 3: expected KEY, TYPE and COUNT"},
+  };
+  for (const auto& [content, reason] : cases) {
+    ResetProcessState();
+    fs::remove_all(SettingsDir());
+    const fs::path file = _scratch.Write("settings/Bad.settings", content);
+    testing::internal::CaptureStderr();
+    auto* repo = QAVSettingRepository::GetRepository("Bad");
+    const std::string report = testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(repo->GetKeys().empty()) << reason;
+    EXPECT_NE(report.find(file.string()), std::string::npos) << report;
+    EXPECT_NE(report.find(reason), std::string::npos) << report;
+    EXPECT_EQ(std::count(report.begin(), report.end(), '\n'), 1) << report;
+  }
+
+  // The last bad file is moved aside by the first save, and only by that one.
+  auto* repo = QAVSettingRepository::GetRepository("Bad");
+  const int value = 1;
+  repo->WriteSetting("New", &value);
+  testing::internal::CaptureStderr();
+  ASSERT_EQ(repo->SaveRepository(), S_OK);
+  ASSERT_EQ(repo->SaveRepository(), S_OK);
+  const std::string report = testing::internal::GetCapturedStderr();
+  const fs::path aside = SettingsDir() / "Bad.settings.corrupt";
+  EXPECT_NE(report.find("aside as " + aside.string()), std::string::npos) << report;
+  EXPECT_EQ(std::count(report.begin(), report.end(), '\n'), 1) << report;
+  EXPECT_EQ(qavtest::ReadFile(aside), good + "just text\n");
+  EXPECT_EQ(qavtest::ReadFile(SettingsDir() / "Bad.settings"),
+            "QAVHostSettings 1\nNew\tint\t1\t1\n");
+
+  // A second bad file later does not replace the first one kept aside.
+  ResetProcessState();
+  _scratch.Write("settings/Bad.settings", "garbage");
+  testing::internal::CaptureStderr();
+  repo = QAVSettingRepository::GetRepository("Bad");
+  EXPECT_EQ(repo->SaveRepository(), S_OK);
+  testing::internal::GetCapturedStderr();
+  EXPECT_EQ(qavtest::ReadFile(aside), good + "just text\n");
+  EXPECT_EQ(qavtest::ReadFile(SettingsDir() / "Bad.settings.corrupt.2"), "garbage");
+}
+
+TEST_F(SettingRepositoryTest, UnreadableFileIsReportedAndNotOverwritten) {
+  // A directory where the file should be cannot be read, even by root.
+  fs::create_directories(SettingsDir() / "Odd.settings" / "inside");
+  testing::internal::CaptureStderr();
+  auto* repo = QAVSettingRepository::GetRepository("Odd");
+  const std::string report = testing::internal::GetCapturedStderr();
+  EXPECT_NE(report.find("Odd.settings cannot be read"), std::string::npos) << report;
+  EXPECT_TRUE(repo->GetKeys().empty());
+
+  const int value = 3;
+  repo->WriteSetting("K", &value);
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(repo->SaveRepository(), S_OK);
+  testing::internal::GetCapturedStderr();
+  EXPECT_TRUE(fs::is_directory(SettingsDir() / "Odd.settings.corrupt" / "inside"));
+  EXPECT_TRUE(fs::is_regular_file(SettingsDir() / "Odd.settings"));
+}
+
+TEST_F(SettingRepositoryTest, FailedSaveKeepsTheOldFile) {
+  auto* repo = QAVSettingRepository::GetRepository("Save");
+  int value = 1;
+  repo->WriteSetting("K", &value);
+  ASSERT_EQ(repo->SaveRepository(), S_OK);
+  const std::string before = qavtest::ReadFile(repo->GetFilePath());
+
+  value = 2;
+  repo->WriteSetting("K", &value);
+  QAVAtomicFile::SimulateFailure(QAVAtomicFile::Stage::WriteData, 10);
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(repo->SaveRepository(), E_FAIL);
+  const std::string report = testing::internal::GetCapturedStderr();
+  EXPECT_NE(report.find("cannot save the settings file " + repo->GetFilePath()), std::string::npos)
+      << report;
+  EXPECT_EQ(qavtest::ReadFile(repo->GetFilePath()), before);
+
+  QAVAtomicFile::ClearSimulatedFailure();
+  EXPECT_EQ(repo->SaveRepository(), S_OK);
+  repo = Reopen("Save");
+  EXPECT_EQ(repo->ReadAttr("K", &value), S_OK);
+  EXPECT_EQ(value, 2);
+}
