@@ -1,0 +1,270 @@
+// The named UI events and the notification records sent with them.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "QAVCallbackManager.h"
+#include "QAVFrmLayout.h"
+#include "QAVMetaClass.h"
+#include "QAVNotification.h"
+#include "QAVPathElement.h"
+#include "QAVRbaFloatConnexionModifyNotification.h"
+#include "QAVRbaSnapManipulatorNotification.h"
+#include "QAVRbaUIEvents.h"
+#include "QAVRbaUIFileDropNotification.h"
+#include "QAVRef.h"
+#include "QAVStkStickerBBoxModified.h"
+#include "QAVTestSupport.h"
+
+namespace eventstest {
+
+// A model object that counts its instances, to see references come and go.
+class Tracked : public QAVBaseUnknown {
+  QAV_DECLARE_CLASS
+ public:
+  Tracked() { ++alive; }
+  ~Tracked() override { --alive; }
+  static inline int alive = 0;
+};
+
+// A file drop record that counts its instances.
+class CountedDrop : public QAVRbaUIFileDropNotification {
+ public:
+  explicit CountedDrop(const QAVUnicodeString& path) : QAVRbaUIFileDropNotification(path) {
+    ++alive;
+  }
+  ~CountedDrop() override { --alive; }
+  static inline int alive = 0;
+};
+
+constexpr GUID kIid = {0x12345678, 0x9abc, 0xdef0, {1, 2, 3, 4, 5, 6, 7, 8}};
+
+}  // namespace eventstest
+
+using eventstest::CountedDrop;
+using eventstest::kIid;
+using eventstest::Tracked;
+
+QAV_IMPLEMENT_CLASS(Tracked, QAVBaseUnknown, "TestFramework");
+
+using QAVRbaUIEventsTest = qavtest::HostTest;
+
+TEST(QAVRbaUIEvents, EveryAccessorNamesItsOwnNotificationMetaClassOnce) {
+  using Accessor = const char* (*)();
+  struct Row {
+    Accessor accessor;
+    const char* name;
+  };
+  const std::array<Row, 26> rows = {{
+      {QAVRbaUIEvents::AMBIENCE_CHANGED, "QAVRbaUIEventsAMBIENCE_CHANGEDEvt"},
+      {QAVRbaUIEvents::AMBIENCE_CREATED, "QAVRbaUIEventsAMBIENCE_CREATEDEvt"},
+      {QAVRbaUIEvents::AMBIENCE_DELETED, "QAVRbaUIEventsAMBIENCE_DELETEDEvt"},
+      {QAVRbaUIEvents::AMBIENCE_MODIFIED, "QAVRbaUIEventsAMBIENCE_MODIFIEDEvt"},
+      {QAVRbaUIEvents::AMBIENCE_WORKBENCH_STACKED, "QAVRbaUIEventsAMBIENCE_WORKBENCH_STACKEDEvt"},
+      {QAVRbaUIEvents::ANIMATION_DURATION_CHANGED, "QAVRbaUIEventsANIMATION_DURATION_CHANGEDEvt"},
+      {QAVRbaUIEvents::ANIMATION_FRAMERATE_CHANGED, "QAVRbaUIEventsANIMATION_FRAMERATE_CHANGEDEvt"},
+      {QAVRbaUIEvents::CAMERA_ANIMATION_CREATED, "QAVRbaUIEventsCAMERA_ANIMATION_CREATEDEvt"},
+      {QAVRbaUIEvents::CAMERA_APERTURE_MODIFIED, "QAVRbaUIEventsCAMERA_APERTURE_MODIFIEDEvt"},
+      {QAVRbaUIEvents::CAMERA_SPEED_MODIFIED, "QAVRbaUIEventsCAMERA_SPEED_MODIFIEDEvt"},
+      {QAVRbaUIEvents::CAMERA_AUTOFOCUS_MODIFIED, "QAVRbaUIEventsCAMERA_AUTOFOCUS_MODIFIEDEvt"},
+      {QAVRbaUIEvents::CAMERA_ISO_MODIFIED, "QAVRbaUIEventsCAMERA_ISO_MODIFIEDEvt"},
+      {QAVRbaUIEvents::CAMERA_ZOOM_MODE_MODIFIED, "QAVRbaUIEventsCAMERA_ZOOM_MODE_MODIFIEDEvt"},
+      {QAVRbaUIEvents::EXPOSURE_APERTURE_MODIFIED, "QAVRbaUIEventsEXPOSURE_APERTURE_MODIFIEDEvt"},
+      {QAVRbaUIEvents::CONTEXT_BAR_BEGIN_ACTION, "QAVRbaUIEventsCONTEXT_BAR_BEGIN_ACTIONEvt"},
+      {QAVRbaUIEvents::CONTEXT_BAR_END_ACTION, "QAVRbaUIEventsCONTEXT_BAR_END_ACTIONEvt"},
+      {QAVRbaUIEvents::SCENE_CHANGED, "QAVRbaUIEventsSCENE_CHANGEDEvt"},
+      {QAVRbaUIEvents::TEXTURE_DROPPED_BEGIN, "QAVRbaUIEventsTEXTURE_DROPPED_BEGINEvt"},
+      {QAVRbaUIEvents::TEXTURE_DROPPED, "QAVRbaUIEventsTEXTURE_DROPPEDEvt"},
+      {QAVRbaUIEvents::VOODOO_MODIFIED, "QAVRbaUIEventsVOODOO_MODIFIEDEvt"},
+      {QAVRbaUIEvents::VOODOO_EV_MODIFIED, "QAVRbaUIEventsVOODOO_EV_MODIFIEDEvt"},
+      {QAVRbaUIEvents::VOODOO_APERTURE_MODIFIED, "QAVRbaUIEventsVOODOO_APERTURE_MODIFIEDEvt"},
+      {QAVRbaUIEvents::VOODOO_SPEED_MODIFIED, "QAVRbaUIEventsVOODOO_SPEED_MODIFIEDEvt"},
+      {QAVRbaUIEvents::VOODOO_FOCAL_MODIFIED, "QAVRbaUIEventsVOODOO_FOCAL_MODIFIEDEvt"},
+      {QAVRbaUIEvents::VOODOO_FOCUSDISTANCE_MODIFIED,
+       "QAVRbaUIEventsVOODOO_FOCUSDISTANCE_MODIFIEDEvt"},
+      {QAVRbaUIEvents::VOODOO_ROLL_MODIFIED, "QAVRbaUIEventsVOODOO_ROLL_MODIFIEDEvt"},
+  }};
+
+  // Nothing is created before the first call (this event is sent by no code of
+  // the library, and only this test asks for it).
+  EXPECT_EQ(QAVMetaClass::Find("QAVRbaUIEventsVOODOO_FOCAL_MODIFIEDEvt"), nullptr);
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    const char* first = row.accessor();
+    ASSERT_NE(first, nullptr);
+    EXPECT_STREQ(first, row.name);
+    EXPECT_EQ(row.accessor(), first) << "the same pointer on every call";
+    const QAVMetaClass* meta = QAVMetaClass::Find(row.name);
+    ASSERT_NE(meta, nullptr);
+    EXPECT_EQ(meta->GetName(), first);
+    EXPECT_EQ(meta->GetBase(), QAVNotification::MetaObject());
+    EXPECT_STREQ(meta->GetFramework(), "RenderingBaseUI");
+  }
+  for (std::size_t i = 0; i < rows.size(); ++i)
+    for (std::size_t j = i + 1; j < rows.size(); ++j)
+      EXPECT_NE(rows[i].accessor(), rows[j].accessor());
+
+  const QAVMetaClass* own = QAVRbaUIEvents::MetaObject();
+  EXPECT_STREQ(own->GetName(), "QAVRbaUIEvents");
+  EXPECT_EQ(own->GetBase(), QAVEventSubscriber::MetaObject());
+  auto events = QAVMakeRef<QAVRbaUIEvents>();
+  EXPECT_STREQ(events->IsA(), "QAVRbaUIEvents");
+  EXPECT_TRUE(events->IsAKindOf("QAVEventSubscriber"));
+}
+
+TEST(QAVRbaUIEvents, TheFirstCallsFromManyThreadsAgreeOnOnePointer) {
+  // Under CTest every test has a process of its own: the threads race to create
+  // the event.
+  std::vector<const char*> seen(8, nullptr);
+  std::vector<std::thread> threads;
+  for (auto& slot : seen)
+    threads.emplace_back([&slot] { slot = QAVRbaUIEvents::VOODOO_ROLL_MODIFIED(); });
+  for (auto& thread : threads)
+    thread.join();
+  for (const char* name : seen)
+    EXPECT_EQ(name, seen[0]);
+  EXPECT_STREQ(seen[0], "QAVRbaUIEventsVOODOO_ROLL_MODIFIEDEvt");
+}
+
+TEST(QAVRbaUIEvents, FloatConnexionRecordKeepsItsValuesAcrossCloning) {
+  {
+    auto object = QAVMakeRef<Tracked>();
+    auto handle = QAVMakeRef<Tracked>();
+    auto fromHandle = QAVMakeRef<QAVRbaFloatConnexionModifyNotification>(
+        object.get(), QAVBaseUnknown_var(handle.get()), kIid, QAVAttributValue);
+    EXPECT_EQ(fromHandle->GetPrevious(), 0.0);
+    EXPECT_EQ(fromHandle->GetNext(), 0.0);
+    EXPECT_TRUE(fromHandle->GetName().IsEmpty());
+    EXPECT_EQ(fromHandle->GetObject(), object.get());
+    EXPECT_EQ(fromHandle->GetInterfaceIID(), kIid);
+    EXPECT_EQ(handle->GetRefCount(), 1u) << "the handle is not kept";
+    EXPECT_EQ(object->GetRefCount(), 2u) << "the object is held";
+
+    auto named = QAVMakeRef<QAVRbaFloatConnexionModifyNotification>(QAVString("Intensity"),
+                                                                    object.get(), kIid, 1.5, -2.25);
+    EXPECT_EQ(named->GetPrevious(), 1.5);
+    EXPECT_EQ(named->GetNext(), -2.25);
+    auto clone = QAVRef<QAVModelNotification>::Adopt(named->Clone());
+    ASSERT_TRUE(clone);
+    EXPECT_EQ(clone->GetRefCount(), 1u);
+    EXPECT_STREQ(clone->IsA(), "QAVRbaFloatConnexionModifyNotification");
+    auto* copy = dynamic_cast<QAVRbaFloatConnexionModifyNotification*>(clone.get());
+    ASSERT_NE(copy, nullptr);
+    EXPECT_NE(copy, named.get());
+    EXPECT_EQ(copy->GetName(), "Intensity");
+    EXPECT_EQ(copy->GetObject(), object.get());
+    EXPECT_EQ(copy->GetInterfaceIID(), kIid);
+    EXPECT_EQ(copy->GetPrevious(), 1.5);
+    EXPECT_EQ(copy->GetNext(), -2.25);
+    EXPECT_TRUE(copy->IsAKindOf("QAVRbaModifyParameterNotification"));
+    EXPECT_TRUE(copy->IsAKindOf("QAVModelNotification"));
+    EXPECT_EQ(QAVRbaFloatConnexionModifyNotification::MetaObject()->GetBase(),
+              QAVRbaModifyParameterNotification::MetaObject());
+  }
+  EXPECT_EQ(Tracked::alive, 0) << "records release the objects they hold";
+}
+
+TEST(QAVRbaUIEvents, StickerRecordClonesAllFiveValues) {
+  {
+    auto sticker = QAVMakeRef<Tracked>();
+    auto handle = QAVMakeRef<Tracked>();
+    auto root = QAVMakeRef<Tracked>();
+    QAVPathElement path(root.get());
+    path.AddChildElement(sticker.get());
+
+    auto record = QAVMakeRef<QAVStkStickerBBoxModified>(
+        sticker.get(), QAVBaseUnknown_var(handle.get()), kIid, QAVAttributGeometry, path);
+    path.Clear();  // the record has its own copy of the path
+    EXPECT_EQ(record->GetHandle().get(), handle.get());
+    EXPECT_EQ(handle->GetRefCount(), 2u);
+    ASSERT_EQ(record->GetPathElement().GetSize(), 2);
+    EXPECT_EQ(record->GetPathElement().GetRoot(), root.get());
+    EXPECT_EQ(record->GetPathElement().GetLeaf(), sticker.get());
+
+    auto clone = QAVRef<QAVModelNotification>::Adopt(record->Clone());
+    auto* copy = dynamic_cast<QAVStkStickerBBoxModified*>(clone.get());
+    ASSERT_NE(copy, nullptr);
+    EXPECT_STREQ(copy->IsA(), "QAVStkStickerBBoxModified");
+    EXPECT_EQ(copy->GetObject(), sticker.get());
+    EXPECT_EQ(copy->GetHandle().get(), handle.get());
+    EXPECT_EQ(handle->GetRefCount(), 3u) << "the clone holds the handle too";
+    EXPECT_EQ(copy->GetInterfaceIID(), kIid);
+    EXPECT_EQ(copy->GetAttributKind(), QAVAttributGeometry);
+    EXPECT_TRUE(copy->GetPathElement().IsSamePath(record->GetPathElement()));
+    EXPECT_NE(&copy->GetPathElement(), &record->GetPathElement());
+    EXPECT_TRUE(copy->IsAKindOf("QAVModifyAttribut"));
+  }
+  EXPECT_EQ(Tracked::alive, 0);
+}
+
+TEST(QAVRbaUIEvents, SnapAndFileDropRecordsCarryTheirFieldsAndFlags) {
+  const QAVMathVector normal(0.0, 0.0, 1.0);
+  const QAVMathVector origin(10.5, -3.0, 7.25);
+  auto snap = QAVMakeRef<QAVRbaSnapManipulatorNotification>(3, normal, origin);
+  EXPECT_EQ(snap->GetEventName(), 3);
+  EXPECT_EQ(snap->GetNormal(), normal);
+  EXPECT_EQ(snap->GetOrigin(), origin);
+  EXPECT_EQ(snap->GetFlag(), -1);
+  QAVRbaSnapManipulatorNotification assigned(0, origin, normal);
+  assigned = *snap;
+  EXPECT_EQ(assigned.GetEventName(), 3);
+  EXPECT_EQ(assigned.GetNormal(), normal);
+  EXPECT_EQ(assigned.GetOrigin(), origin);
+  EXPECT_EQ(QAVRbaSnapManipulatorNotification::MetaObject()->GetBase(),
+            QAVNotification::MetaObject());
+  EXPECT_STREQ(QAVRbaSnapManipulatorNotification::MetaObject()->GetFramework(), "RenderingBaseUI");
+
+  QAVUnicodeString path("C:\\Textures\\Wood \xc3\xa9rable.png");
+  auto drop = QAVMakeRef<QAVRbaUIFileDropNotification>(path);
+  path = "changed";
+  EXPECT_EQ(drop->FilePath, QAVUnicodeString("C:\\Textures\\Wood \xc3\xa9rable.png"));
+  EXPECT_EQ(drop->GetFlag(), 0);
+  QAVRbaUIFileDropNotification copy(*drop);
+  drop->FilePath = "other.png";
+  EXPECT_EQ(copy.FilePath, QAVUnicodeString("C:\\Textures\\Wood \xc3\xa9rable.png"));
+  copy = *drop;
+  EXPECT_EQ(copy.FilePath, QAVUnicodeString("other.png"));
+  EXPECT_EQ(copy.GetRefCount(), 1u) << "a copy has its own count";
+  EXPECT_TRUE(drop->IsAKindOf("QAVNotification"));
+  EXPECT_EQ(QAVRbaUIFileDropNotification::ClassId(),
+            QAVMetaClass::ClassIdFromName("QAVRbaUIFileDropNotification"));
+}
+
+TEST_F(QAVRbaUIEventsTest, TextureDroppedReachesSubscribersOfTheCurrentLayoutWithItsRecord) {
+  auto layout = QAVMakeRef<QAVFrmLayout>();
+  QAVFrmLayout::SetCurrentLayout(layout.get());
+  QAVCallbackManager* callbacks = QAVFrmLayout::GetCurrentLayout()->GetCallbackManager();
+  ASSERT_NE(callbacks, nullptr);
+
+  std::vector<std::string> received;
+  callbacks->AddCallback(QAVRbaUIEvents::TEXTURE_DROPPED(),
+                         [&received](const char* event, void* data, QAVNotification* notification,
+                                     void*, QAVCallback) {
+                           EXPECT_EQ(event, QAVRbaUIEvents::TEXTURE_DROPPED());
+                           EXPECT_EQ(data, QAVFrmLayout::GetCurrentLayout()->GetCallbackManager());
+                           auto* drop = dynamic_cast<QAVRbaUIFileDropNotification*>(notification);
+                           ASSERT_NE(drop, nullptr);
+                           received.push_back(drop->FilePath.str());  // copied: the record goes
+                         });
+  int othersCalled = 0;
+  callbacks->AddCallback(QAVRbaUIEvents::TEXTURE_DROPPED_BEGIN(),
+                         [&othersCalled](const char*, void*, QAVNotification*, void*, QAVCallback) {
+                           ++othersCalled;
+                         });
+
+  // As the sender does: create the record, dispatch, release.
+  auto* drop = new CountedDrop("D:\\maps\\stone.hdr");
+  callbacks->DispatchCallbacks(QAVRbaUIEvents::TEXTURE_DROPPED(), drop, callbacks);
+  EXPECT_EQ(CountedDrop::alive, 1);
+  EXPECT_EQ(drop->Release(), 0u);
+  EXPECT_EQ(CountedDrop::alive, 0) << "the sender's release destroys the record";
+
+  EXPECT_EQ(received, std::vector<std::string>{"D:\\maps\\stone.hdr"});
+  EXPECT_EQ(othersCalled, 0);
+  ASSERT_EQ(callbacks->GetDispatches().size(), 1u);
+  EXPECT_EQ(callbacks->GetDispatches()[0].event, "QAVRbaUIEventsTEXTURE_DROPPEDEvt");
+  EXPECT_EQ(callbacks->GetDispatches()[0].notificationClass, "QAVRbaUIFileDropNotification");
+}

@@ -1,0 +1,242 @@
+// Commands, their delayed destruction by the host's loop, idle subscriptions and
+// command headers.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "QAVApplication.h"
+#include "QAVCallbackManager.h"
+#include "QAVCommand.h"
+#include "QAVCommandHeader.h"
+#include "QAVFillDictionary.h"
+#include "QAVTestSupport.h"
+
+namespace commandtest {
+
+// A command that counts its instances and its activations.
+class CountingCmd : public QAVCommand {
+  QAV_DECLARE_CLASS
+ public:
+  explicit CountingCmd(const char* name = "CountingCmd") : QAVCommand(nullptr, name, 1) { ++alive; }
+  ~CountingCmd() override { --alive; }
+  int Activate(QAVCommand* /*from*/, QAVNotification* /*notification*/) override {
+    ++activations;
+    return 0;
+  }
+  static inline int alive = 0;
+  static inline int activations = 0;
+};
+
+// A one-shot command: ends itself when activated, as the modules' commands do.
+class OneShotCmd : public QAVCommand {
+  QAV_DECLARE_CLASS
+ public:
+  OneShotCmd() : QAVCommand(nullptr, "OneShot", 1) {}
+  int Activate(QAVCommand* /*from*/, QAVNotification* /*notification*/) override {
+    RequestDelayedDestruction();
+    return 0;
+  }
+};
+
+// A parent that ends a child when it is destroyed itself.
+class ParentCmd : public QAVCommand {
+  QAV_DECLARE_CLASS
+ public:
+  ParentCmd() : QAVCommand(nullptr, "Parent"), child(new CountingCmd("Child")) {}
+  ~ParentCmd() override { child->RequestDelayedDestruction(); }
+  CountingCmd* child;
+};
+
+QAVCommand* CreateFromDictionary() {
+  return new CountingCmd("FromDictionary");
+}
+
+}  // namespace commandtest
+
+using commandtest::CountingCmd;
+using commandtest::OneShotCmd;
+using commandtest::ParentCmd;
+
+QAV_IMPLEMENT_CLASS(CountingCmd, QAVCommand, "TestFramework");
+QAV_IMPLEMENT_CLASS(OneShotCmd, QAVCommand, "TestFramework");
+QAV_IMPLEMENT_CLASS(ParentCmd, QAVCommand, "TestFramework");
+
+class QAVCommandTest : public qavtest::HostTest {
+ protected:
+  void SetUp() override {
+    HostTest::SetUp();
+    CountingCmd::alive = 0;
+    CountingCmd::activations = 0;
+  }
+  static QAVApplication* App() { return QAVApplication::MainApplication(); }
+};
+
+TEST_F(QAVCommandTest, DelayedDestructionHappensAtTheNextProcessingOnly) {
+  auto* command = new CountingCmd("First");
+  EXPECT_EQ(command->GetRefCount(), 1u);
+  EXPECT_EQ(App()->FindCommand("First"), command);
+  App()->ProcessPendingWork();
+  EXPECT_EQ(CountingCmd::alive, 1) << "the host keeps a command until it asks to end";
+
+  command->RequestDelayedDestruction();
+  command->RequestDelayedDestruction();  // a second request changes nothing
+  EXPECT_TRUE(command->IsDestructionRequested());
+  EXPECT_EQ(CountingCmd::alive, 1);
+  EXPECT_EQ(App()->GetPendingDestructionCount(), 1);
+  EXPECT_EQ(App()->GetDestroyedCount(), 0);
+
+  EXPECT_EQ(App()->ProcessPendingWork(), 1);
+  EXPECT_EQ(CountingCmd::alive, 0);
+  EXPECT_EQ(App()->GetDestroyedCommandNames(), std::vector<std::string>{"First"});
+  EXPECT_EQ(App()->FindCommand("First"), nullptr);
+  EXPECT_EQ(App()->ProcessPendingWork(), 0);
+  EXPECT_EQ(App()->GetDestroyedCount(), 1);
+}
+
+TEST_F(QAVCommandTest, OtherHoldersKeepTheCommandAndDestructorsMayEndMore) {
+  auto* command = new CountingCmd("Shared");
+  {
+    QAVRef<QAVCommand> kept(command);
+    command->RequestDelayedDestruction();
+    App()->ProcessPendingWork();
+    EXPECT_EQ(CountingCmd::alive, 1) << "only the host's reference goes";
+    EXPECT_EQ(command->GetRefCount(), 1u);
+  }
+  EXPECT_EQ(CountingCmd::alive, 0);
+
+  // A destruction requested by a destructor while pending work runs is done in
+  // the same pass.
+  auto* parent = new ParentCmd;
+  EXPECT_EQ(CountingCmd::alive, 1);
+  parent->RequestDelayedDestruction();
+  EXPECT_EQ(App()->ProcessPendingWork(), 2);
+  EXPECT_EQ(CountingCmd::alive, 0);
+  EXPECT_EQ(App()->GetDestroyedCommandNames(),
+            (std::vector<std::string>{"Shared", "Parent", "Child"}));
+}
+
+TEST_F(QAVCommandTest, CancelEndsTheCommandAndResetReleasesWhatTheHostKeeps) {
+  auto* cancelled = new CountingCmd("Cancelled");
+  EXPECT_EQ(cancelled->Cancel(nullptr, nullptr), 0);
+  EXPECT_TRUE(cancelled->IsDestructionRequested());
+  new CountingCmd("Forgotten");  // never ends by itself
+  EXPECT_EQ(CountingCmd::alive, 2);
+  ResetProcessState();
+  EXPECT_EQ(CountingCmd::alive, 0);
+  EXPECT_EQ(App()->GetCommandCount(), 0);
+  EXPECT_EQ(App()->GetDestroyedCount(), 0) << "a fresh application after the reset";
+}
+
+TEST_F(QAVCommandTest, CommandsCarryNameModeFatherAndTheirOwnCallbackManager) {
+  auto* father = new CountingCmd("Father");
+  auto* child = new QAVCommand(father, "Child", 3);
+  EXPECT_EQ(child->GetFather(), father);
+  EXPECT_EQ(child->GetName(), "Child");
+  EXPECT_EQ(child->GetMode(), 3);
+  EXPECT_TRUE(child->IsAKindOf("QAVEventSubscriber"));
+  QAVCallbackManager* callbacks = child->GetCallbackManager();
+  ASSERT_NE(callbacks, nullptr);
+  EXPECT_EQ(child->GetCallbackManager(), callbacks);
+
+  // A copy is a distinct command with the same identity, kept by the host too.
+  auto* copy = new QAVCommand(*child);
+  EXPECT_EQ(copy->GetName(), "Child");
+  EXPECT_EQ(copy->GetFather(), father);
+  EXPECT_NE(copy->GetCallbackManager(), callbacks);
+  EXPECT_EQ(App()->GetCommandCount(), 3);
+}
+
+namespace {
+struct IdleLog {
+  std::vector<std::string> calls;
+  QAVCommand* toRemove = nullptr;
+};
+
+void RecordIdle(QAVCommand* command, int kind, void* data) {
+  auto* log = static_cast<IdleLog*>(data);
+  log->calls.push_back(std::string(command ? command->GetName().c_str() : "none") + ":" +
+                       std::to_string(kind));
+}
+
+void RecordAndUnsubscribe(QAVCommand* command, int kind, void* data) {
+  RecordIdle(command, kind, data);
+  auto* log = static_cast<IdleLog*>(data);
+  QAVApplication::MainApplication()->RemoveSubscribe(kind, command);
+  if (log->toRemove) QAVApplication::MainApplication()->RemoveSubscribe(kind, log->toRemove);
+  QAVApplication::MainApplication()->Subscribe(QAVApplication::Idle, nullptr, data, RecordIdle);
+}
+}  // namespace
+
+TEST_F(QAVCommandTest, IdleSubscribersRunAfterDestructionsUntilRemoved) {
+  IdleLog log;
+  auto* a = new CountingCmd("A");
+  auto* b = new CountingCmd("B");
+  EXPECT_EQ(App()->Subscribe(1, a, &log, RecordIdle), E_INVALIDARG);
+  EXPECT_EQ(App()->Subscribe(QAVApplication::Idle, a, &log, nullptr), E_INVALIDARG);
+  ASSERT_EQ(App()->Subscribe(QAVApplication::Idle, a, &log, RecordAndUnsubscribe), S_OK);
+  ASSERT_EQ(App()->Subscribe(QAVApplication::Idle, b, &log, RecordIdle), S_OK);
+  EXPECT_TRUE(App()->IsSubscribed(QAVApplication::Idle, a));
+  EXPECT_TRUE(log.calls.empty()) << "nothing runs before the loop's idle moment";
+
+  // a removes b and itself and adds a new subscriber: b is skipped, the new one
+  // waits for the next pass.
+  log.toRemove = b;
+  EXPECT_EQ(App()->ProcessPendingWork(), 1);
+  EXPECT_EQ(log.calls, std::vector<std::string>{"A:2"});
+  EXPECT_FALSE(App()->IsSubscribed(QAVApplication::Idle, a));
+  EXPECT_EQ(App()->GetSubscriptionCount(QAVApplication::Idle), 1);
+  App()->ProcessPendingWork();
+  App()->ProcessPendingWork();
+  EXPECT_EQ(log.calls, (std::vector<std::string>{"A:2", "none:2", "none:2"}));
+  EXPECT_EQ(App()->RemoveSubscribe(QAVApplication::Idle, nullptr), 1);
+
+  // Subscribing twice makes two subscriptions; a destroyed command loses its
+  // subscriptions before any idle call.
+  App()->Subscribe(QAVApplication::Idle, b, &log, RecordIdle);
+  App()->Subscribe(QAVApplication::Idle, b, &log, RecordIdle);
+  EXPECT_EQ(App()->GetSubscriptionCount(QAVApplication::Idle), 2);
+  b->RequestDelayedDestruction();
+  log.calls.clear();
+  EXPECT_EQ(App()->ProcessPendingWork(), 1);
+  EXPECT_TRUE(log.calls.empty());
+  EXPECT_EQ(App()->GetSubscriptionCount(QAVApplication::Idle), 0);
+}
+
+TEST_F(QAVCommandTest, HeadersStartTheirCommandThroughTheFactoryOfItsClass) {
+  ASSERT_TRUE(QAVFillDictionary::Register("FactoryCmd", &commandtest::CreateFromDictionary));
+  EXPECT_FALSE(QAVFillDictionary::Register("FactoryCmd", &commandtest::CreateFromDictionary));
+  EXPECT_EQ(QAVFillDictionary::Find("FactoryCmd"), &commandtest::CreateFromDictionary);
+  EXPECT_EQ(QAVFillDictionary::Find("Unknown"), nullptr);
+
+  QAVCommandHeader* header = QAVCommandHeader::Create("StartIt", "FactoryCmd");
+  ASSERT_NE(header, nullptr);
+  EXPECT_EQ(QAVCommandHeader::Create("StartIt", "CountingCmd"), nullptr) << "name taken";
+  EXPECT_EQ(QAVCommandHeader::GetHeaderFromList("StartIt"), header);
+  EXPECT_EQ(QAVCommandHeader::GetHeaderFromList("Other"), nullptr);
+
+  QAVCommand* started = header->StartCommand();
+  ASSERT_NE(started, nullptr);
+  EXPECT_EQ(started->GetName(), "FromDictionary");
+  EXPECT_EQ(CountingCmd::activations, 1);
+  EXPECT_EQ(header->GetStartCount(), 1);
+  EXPECT_EQ(App()->FindCommand("FromDictionary"), started) << "kept by the host";
+
+  // Without a dictionary entry the meta-class factory of the class is used; a
+  // class that is no command starts nothing.
+  QAVCommandHeader* byMeta = QAVCommandHeader::Create("OneShotHeader", "OneShotCmd");
+  QAVCommand* oneShot = byMeta->StartCommand();
+  ASSERT_NE(oneShot, nullptr);
+  EXPECT_STREQ(oneShot->IsA(), "OneShotCmd");
+  EXPECT_TRUE(oneShot->IsDestructionRequested());
+  App()->ProcessPendingWork();
+  EXPECT_EQ(App()->GetDestroyedCommandNames(), std::vector<std::string>{"OneShot"});
+  EXPECT_EQ(QAVCommandHeader::Create("NotACommand", "QAVCallbackManager")->StartCommand(), nullptr);
+  EXPECT_EQ(QAVCommandHeader::Create("Missing", "NoSuchCmd")->StartCommand(), nullptr);
+  EXPECT_EQ(QAVCommandHeader::GetHeaderFromList("Missing")->GetStartCount(), 0);
+
+  ResetProcessState();
+  EXPECT_EQ(QAVCommandHeader::GetHeaderCount(), 0);
+  EXPECT_EQ(CountingCmd::alive, 0);
+  EXPECT_NE(QAVFillDictionary::Find("FactoryCmd"), nullptr) << "load-time registrations stay";
+}
