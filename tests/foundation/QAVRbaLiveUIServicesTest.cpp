@@ -1,0 +1,164 @@
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "QAVRbaLiveUIServices.h"
+#include "QAVSettingRepository.h"
+#include "QAVTestSupport.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr const char* kLive = "RenderingLiveSettings";
+constexpr const char* kBatch = "RenderingBatchSettings";
+constexpr const char* kNetwork = "RenderingNetworkSettings";
+
+// "key type value" as the repository gives them back, in declaration order.
+std::vector<std::string> Describe(const char* name) {
+  std::vector<std::string> out;
+  QAVSettingRepository* repo = QAVSettingRepository::GetRepository(name);
+  for (const QAVString& key : repo->GetKeys()) {
+    std::string line =
+        key.str() + " " + QAVSettingRepository::GetTypeName(repo->GetSettingType(key.c_str()));
+    for (const std::string& text : repo->GetSettingTexts(key.c_str()))
+      line += " [" + text + "]";
+    out.push_back(line);
+  }
+  return out;
+}
+
+std::vector<std::string> RendererSettings(bool withFileSaveAllowed) {
+  std::vector<std::string> keys = {
+      "DomeImage string [studio_pure_white.hdr]",
+      "FNumber float [0]",
+      "ShutterTime float [0.006]",
+      "FilmISO float [100]",
+      "Autofocus int [1]",
+      "FocalDistance float [1000]",
+      "FocalPointX float [0]",
+      "FocalPointY float [0]",
+      "FocalPointZ float [0]",
+      "Width float [800]",
+      "Height float [600]",
+      "KeepRatio int [0]",
+      "Units string [pixels]",
+      "DPI int [150]",
+      "Resolution int [1]",
+      "SaveType int [11]",
+      "InsertLogo int [0]",
+  };
+  if (withFileSaveAllowed) keys.push_back("FileSaveAllowed int [0]");
+  for (const char* key : {"SaveLimit int [0]", "SaveFrameLimit int [100]", "SaveTimeLimit int [60]",
+                          "SaveTimeUnit int [0]", "SaveErrorThreshold float [0.5]",
+                          "CrushBlacks float [0]", "BurnHighlights float [1]",
+                          "Saturation float [1]", "Gamma float [2.2]", "Vignetting float [0]"})
+    keys.push_back(key);
+  return keys;
+}
+
+std::vector<std::string> LiveSettings() {
+  auto keys = RendererSettings(true);
+  keys.insert(keys.end(),
+              {"RenderEngine int [1]", "RollActivation int [0]", "RollValue float [0]"});
+  return keys;
+}
+
+std::vector<std::string> BatchSettings() {
+  auto keys = RendererSettings(false);
+  keys.insert(keys.end(), {"RenderPassCount int [1]", "CanvasArray text [result]",
+                           "SaveBatchDirectory text []", "CacheBatchDirectory text []",
+                           "RenderEngine int [1]", "RenderMode string [velun:cpu]"});
+  return keys;
+}
+
+const std::vector<std::string> kNetworkSettings = {"RemoteAddress string []",
+                                                   "RemotePort int [10001]", "VCAAddress string []",
+                                                   "VCAUser text []", "VCAPassword text []"};
+
+class LiveUIServicesTest : public qavtest::HostTest {
+ protected:
+  fs::path SettingsDir() const { return _scratch.path() / "settings"; }
+  static void MakeAvailable(std::initializer_list<const char*> names, bool available) {
+    for (const char* name : names)
+      QAVSettingRepository::SetAvailable(name, available);
+  }
+};
+
+}  // namespace
+
+TEST_F(LiveUIServicesTest, DeclaresEveryKeyInOrderWithItsTypeAndDefault) {
+  EXPECT_EQ(QAVRbaLiveUIServices::InitSettings(), S_OK);
+  EXPECT_EQ(Describe(kLive), LiveSettings());
+  EXPECT_EQ(Describe(kBatch), BatchSettings());
+  EXPECT_EQ(Describe(kNetwork), kNetworkSettings);
+
+  // The float defaults are the float literals, bit for bit.
+  QAVSettingRepository* live = QAVSettingRepository::GetRepository(kLive);
+  float shutter = 0;
+  float gamma = 0;
+  ASSERT_EQ(live->ReadAttr("ShutterTime", &shutter), S_OK);
+  ASSERT_EQ(live->ReadAttr("Gamma", &gamma), S_OK);
+  EXPECT_EQ(std::bit_cast<std::uint32_t>(shutter), 0x3BC49BA6u);
+  EXPECT_EQ(std::bit_cast<std::uint32_t>(gamma), 0x400CCCCDu);
+  EXPECT_EQ(QAVSettingRepository::GetRepository(kBatch)->GetSettingCount("CanvasArray"), 1);
+
+  // Declaring writes nothing, sends nothing and saves nothing; doing it again
+  // changes nothing.
+  EXPECT_EQ(QAVRbaLiveUIServices::InitSettings(), S_OK);
+  EXPECT_EQ(Describe(kLive), LiveSettings());
+  for (const char* name : {kLive, kBatch, kNetwork}) {
+    QAVSettingRepository* repo = QAVSettingRepository::GetRepository(name);
+    EXPECT_EQ(repo->GetWriteCount(), 0) << name;
+    EXPECT_TRUE(repo->GetCallbackManager()->GetDispatches().empty()) << name;
+  }
+  EXPECT_FALSE(fs::exists(SettingsDir()));
+}
+
+TEST_F(LiveUIServicesTest, StoredValuesAreKept) {
+  QAVSettingRepository* live = QAVSettingRepository::GetRepository(kLive);
+  const int dpi = 300;
+  const int width = 1024;  // stored with another type than the declared one
+  const QAVString dome = "sunset.hdr";
+  live->WriteSetting("DPI", &dpi);
+  live->WriteSetting("Width", &width);
+  live->WriteSetting("DomeImage", &dome);
+  ASSERT_EQ(live->SaveRepository(), S_OK);
+  ResetProcessState();
+
+  EXPECT_EQ(QAVRbaLiveUIServices::InitSettings(), S_OK);
+  live = QAVSettingRepository::GetRepository(kLive);
+  EXPECT_EQ(live->GetSettingTexts("DPI"), std::vector<std::string>{"300"});
+  EXPECT_EQ(live->GetSettingTexts("DomeImage"), std::vector<std::string>{"sunset.hdr"});
+  EXPECT_EQ(live->GetSettingType("Width"), QAVSettingType::Int);
+  EXPECT_EQ(live->GetSettingTexts("Width"), std::vector<std::string>{"1024"});
+  EXPECT_EQ(live->GetKeys().size(), LiveSettings().size());
+  // The batch repository has its own DPI.
+  EXPECT_EQ(QAVSettingRepository::GetRepository(kBatch)->GetSettingTexts("DPI"),
+            std::vector<std::string>{"150"});
+}
+
+TEST_F(LiveUIServicesTest, MissingRepositoriesAreSkipped) {
+  MakeAvailable({kLive, kBatch}, false);
+  EXPECT_EQ(QAVRbaLiveUIServices::InitSettings(), S_OK);
+  EXPECT_EQ(Describe(kNetwork), kNetworkSettings);
+  MakeAvailable({kLive, kBatch}, true);
+  EXPECT_TRUE(Describe(kLive).empty());
+  EXPECT_TRUE(Describe(kBatch).empty());
+
+  ResetProcessState();
+  MakeAvailable({kNetwork}, false);
+  EXPECT_EQ(QAVRbaLiveUIServices::InitSettings(), S_OK);
+  EXPECT_EQ(Describe(kBatch), BatchSettings());
+
+  ResetProcessState();
+  MakeAvailable({kLive, kBatch, kNetwork}, false);
+  EXPECT_EQ(QAVRbaLiveUIServices::InitSettings(), E_FAIL);
+  MakeAvailable({kLive, kBatch, kNetwork}, true);
+  for (const char* name : {kLive, kBatch, kNetwork})
+    EXPECT_TRUE(Describe(name).empty()) << name;
+}
