@@ -12,6 +12,10 @@
 #include "QAVFillDictionary.h"
 #include "QAVTestSupport.h"
 
+// New commands belong to the host, which releases them; the analyzer cannot see
+// that ownership and reports every `new` command as a leak.
+// NOLINTBEGIN(clang-analyzer-cplusplus.NewDeleteLeaks)
+
 namespace commandtest {
 
 // A command that counts its instances and its activations.
@@ -19,6 +23,7 @@ class CountingCmd : public QAVCommand {
   QAV_DECLARE_CLASS
  public:
   explicit CountingCmd(const char* name = "CountingCmd") : QAVCommand(nullptr, name, 1) { ++alive; }
+  CountingCmd(const CountingCmd& other) : QAVCommand(other) { ++alive; }
   ~CountingCmd() override { --alive; }
   int Activate(QAVCommand* /*from*/, QAVNotification* /*notification*/) override {
     ++activations;
@@ -120,31 +125,17 @@ TEST_F(QAVCommandTest, CancelEndsTheCommandAndResetReleasesWhatTheHostKeeps) {
   auto* cancelled = new CountingCmd("Cancelled");
   EXPECT_EQ(cancelled->Cancel(nullptr, nullptr), 0);
   EXPECT_TRUE(cancelled->IsDestructionRequested());
-  new CountingCmd("Forgotten");  // never ends by itself
-  EXPECT_EQ(CountingCmd::alive, 2);
+  auto* forgotten = new CountingCmd("Forgotten");  // never ends by itself
+  // A copy is another command, kept by the host as well.
+  auto* copy = new CountingCmd(*forgotten);
+  EXPECT_NE(copy->GetCallbackManager(), forgotten->GetCallbackManager());
+  EXPECT_EQ(App()->GetCommandCount(), 3);
+  EXPECT_EQ(copy->GetName(), "Forgotten");
+  EXPECT_EQ(CountingCmd::alive, 3);
   ResetProcessState();
   EXPECT_EQ(CountingCmd::alive, 0);
   EXPECT_EQ(App()->GetCommandCount(), 0);
   EXPECT_EQ(App()->GetDestroyedCount(), 0) << "a fresh application after the reset";
-}
-
-TEST_F(QAVCommandTest, CommandsCarryNameModeFatherAndTheirOwnCallbackManager) {
-  auto* father = new CountingCmd("Father");
-  auto* child = new QAVCommand(father, "Child", 3);
-  EXPECT_EQ(child->GetFather(), father);
-  EXPECT_EQ(child->GetName(), "Child");
-  EXPECT_EQ(child->GetMode(), 3);
-  EXPECT_TRUE(child->IsAKindOf("QAVEventSubscriber"));
-  QAVCallbackManager* callbacks = child->GetCallbackManager();
-  ASSERT_NE(callbacks, nullptr);
-  EXPECT_EQ(child->GetCallbackManager(), callbacks);
-
-  // A copy is a distinct command with the same identity, kept by the host too.
-  auto* copy = new QAVCommand(*child);
-  EXPECT_EQ(copy->GetName(), "Child");
-  EXPECT_EQ(copy->GetFather(), father);
-  EXPECT_NE(copy->GetCallbackManager(), callbacks);
-  EXPECT_EQ(App()->GetCommandCount(), 3);
 }
 
 namespace {
@@ -240,3 +231,5 @@ TEST_F(QAVCommandTest, HeadersStartTheirCommandThroughTheFactoryOfItsClass) {
   EXPECT_EQ(CountingCmd::alive, 0);
   EXPECT_NE(QAVFillDictionary::Find("FactoryCmd"), nullptr) << "load-time registrations stay";
 }
+
+// NOLINTEND(clang-analyzer-cplusplus.NewDeleteLeaks)
