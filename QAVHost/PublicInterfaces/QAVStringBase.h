@@ -78,7 +78,7 @@ class QAVStringBase {
   static Derived BuildFromNum(double value) {
     char buffer[32];
     for (int precision = 1; precision <= 17; ++precision) {
-      std::snprintf(buffer, sizeof buffer, "%.*g", precision, value);
+      (void)std::snprintf(buffer, sizeof buffer, "%.*g", precision, value);
       if (std::strtod(buffer, nullptr) == value) break;
     }
     return Derived(std::string(buffer));
