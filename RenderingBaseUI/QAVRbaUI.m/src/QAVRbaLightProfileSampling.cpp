@@ -1,0 +1,183 @@
+// Sampling of a light profile at any direction: the direction is folded onto the
+// part of the sphere the file describes, then the candela table is interpolated
+// linearly in each angle and scaled by the candela multiplier and the ballast
+// factor. Nothing here allocates: the host samples per direction when it builds
+// light textures.
+#include <cmath>
+
+#include "QAVRbaLightProfile.h"
+
+namespace {
+
+// Marks a direction without light, in either angle.
+constexpr double kNoLight = -360.0;
+
+}  // namespace
+
+bool QAVRbaLightProfile::CompareAngles(double a, double b) {
+  return std::fabs(a - b) < 0.001;
+}
+
+void QAVRbaLightProfile::MapAnglesToStandardRep(double* horizontalAngle, double* verticalAngle) {
+  double& h = *horizontalAngle;
+  double& v = *verticalAngle;
+  if (h < 0.0 || h >= 360.0) h = h - std::floor(h / 360.0) * 360.0;
+  if (v < 0.0 || v >= 360.0) v = v - std::floor(v / 360.0) * 360.0;
+  // Past the bottom pole: the same direction seen from the opposite azimuth.
+  if (v > 180.0) {
+    h = h >= 180.0 ? h - 180.0 : h + 180.0;
+    v = 360.0 - v;
+  }
+}
+
+// Mirror about the 0-180 plane.
+void QAVRbaLightProfile::MapAngleTo0180Quarters(double* angle) {
+  if (*angle < 0.0)
+    *angle = -*angle;
+  else if (*angle > 180.0)
+    *angle = 360.0 - *angle;
+}
+
+// Mirror into the first quadrant.
+void QAVRbaLightProfile::MapAngleTo090Quarter(double* angle) {
+  MapAngleTo0180Quarters(angle);
+  if (*angle > 90.0 && *angle <= 180.0) *angle = 180.0 - *angle;
+}
+
+void QAVRbaLightProfile::GetSamplingAnglesFromSymetries(double* horizontalAngle,
+                                                        double* verticalAngle) const {
+  MapAnglesToStandardRep(horizontalAngle, verticalAngle);
+  double& h = *horizontalAngle;
+  double& v = *verticalAngle;
+  const double hRange = _horizontalAngles.back() - _horizontalAngles.front();
+  const double vRange = _verticalAngles.back() - _verticalAngles.front();
+  const double v0 = _verticalAngles.front();
+
+  const bool rotational = CompareAngles(hRange, 0.0);
+  const bool quadrant = !rotational && CompareAngles(hRange, 90.0);
+  const bool bilateral = !rotational && !quadrant && CompareAngles(hRange, 180.0);
+  if (rotational || quadrant || bilateral) {
+    // The vertical rule shared by the three symmetric cases.
+    if (CompareAngles(vRange, 0.0)) {
+      v = v0;
+    } else if (CompareAngles(vRange, 90.0)) {
+      if (v > 90.0) v = kNoLight;
+    } else if (CompareAngles(vRange, 180.0)) {
+      // kept
+    } else if (CompareAngles(vRange, 360.0)) {
+      if (bilateral) {
+        if (h > 180.0) {
+          v = 360.0 - v;
+          h = h - 180.0;
+        }
+      } else if (h > 90.0 && h < 270.0) {
+        v = 360.0 - v;
+        h = h >= 180.0 ? h - 180.0 : h + 180.0;
+      }
+    } else {
+      v = kNoLight;
+    }
+    // The horizontal rule follows in every case, a no-light marker included.
+    if (rotational)
+      h = _horizontalAngles.front();
+    else if (quadrant)
+      MapAngleTo090Quarter(&h);
+    else
+      MapAngleTo0180Quarters(&h);
+  } else if (CompareAngles(hRange, 360.0)) {
+    if (CompareAngles(vRange, 0.0)) {
+      v = v0;
+    } else if (CompareAngles(vRange, 90.0)) {
+      if (v > 90.0) v = kNoLight;
+    } else if (CompareAngles(vRange, 180.0)) {
+      // kept
+    } else {
+      h = kNoLight;
+      v = kNoLight;
+    }
+  } else {
+    h = kNoLight;
+    v = kNoLight;
+  }
+}
+
+double QAVRbaLightProfile::GetLightProfileValue(double horizontalAngle,
+                                                double verticalAngle) const {
+  // A profile without a complete table (never read, failed, or no angles) gives
+  // no light.
+  if (!_tableComplete || _verticalAngles.empty() || _horizontalAngles.empty()) return 0.0;
+  double h = horizontalAngle;
+  double v = verticalAngle;
+  GetSamplingAnglesFromSymetries(&h, &v);
+  if (h == kNoLight || v == kNoLight) return 0.0;
+
+  const double* const vAngles = _verticalAngles.data();
+  const double* const hAngles = _horizontalAngles.data();
+  const std::size_t vCount = _verticalAngles.size();
+  const std::size_t hCount = _horizontalAngles.size();
+
+  std::size_t j = 0;
+  bool vExact = false;
+  for (; j < vCount; ++j) {
+    if (CompareAngles(vAngles[j], v)) {
+      vExact = true;
+      break;
+    }
+    if (v < vAngles[j]) break;
+  }
+  std::size_t i = 0;
+  bool hExact = false;
+  for (; i < hCount; ++i) {
+    if (CompareAngles(hAngles[i], h)) {
+      hExact = true;
+      break;
+    }
+    if (h < hAngles[i]) break;
+  }
+
+  const double scale = _ballastFactor * _candelaMultiplier;
+  const double* const row = _candelaValues.data() + i * vCount;
+  if (vExact && hExact) return scale * row[j];
+  // No extrapolation below the first or above the last angle, and no wrap-around
+  // between the last and the first azimuth.
+  if (i >= hCount || (i == 0 && !hExact) || j >= vCount || (j == 0 && !vExact)) return 0.0;
+
+  // t weighs the lower horizontal neighbour, u the lower vertical one.
+  const double* const previousRow = row - (hExact ? 0 : vCount);
+  double value;
+  if (vExact) {
+    const double t = (hAngles[i] - h) / (hAngles[i] - hAngles[i - 1]);
+    value = (1 - t) * row[j] + t * previousRow[j];
+  } else if (hExact) {
+    const double u = (vAngles[j] - v) / (vAngles[j] - vAngles[j - 1]);
+    value = u * row[j - 1] + (1 - u) * row[j];
+  } else {
+    const double t = (hAngles[i] - h) / (hAngles[i] - hAngles[i - 1]);
+    const double u = (vAngles[j] - v) / (vAngles[j] - vAngles[j - 1]);
+    value = (1 - t) * u * row[j - 1] + u * t * previousRow[j - 1] + (1 - u) * t * previousRow[j] +
+            (1 - u) * (1 - t) * row[j];
+  }
+  return scale * value;
+}
+
+QAVRbaLightProfile::HorizontalSymmetry QAVRbaLightProfile::GetHorizontalSymmetry() const {
+  if (!_tableComplete || _verticalAngles.empty() || _horizontalAngles.empty())
+    return HorizontalSymmetry::NoTable;
+  const double range = _horizontalAngles.back() - _horizontalAngles.front();
+  if (CompareAngles(range, 0.0)) return HorizontalSymmetry::Rotational;
+  if (CompareAngles(range, 90.0)) return HorizontalSymmetry::Quadrant;
+  if (CompareAngles(range, 180.0)) return HorizontalSymmetry::Bilateral;
+  if (CompareAngles(range, 360.0)) return HorizontalSymmetry::Full;
+  return HorizontalSymmetry::Unsupported;
+}
+
+QAVRbaLightProfile::VerticalCoverage QAVRbaLightProfile::GetVerticalCoverage() const {
+  if (!_tableComplete || _verticalAngles.empty() || _horizontalAngles.empty())
+    return VerticalCoverage::NoTable;
+  const double range = _verticalAngles.back() - _verticalAngles.front();
+  if (CompareAngles(range, 0.0)) return VerticalCoverage::Single;
+  if (CompareAngles(range, 90.0)) return VerticalCoverage::Hemisphere;
+  if (CompareAngles(range, 180.0)) return VerticalCoverage::Sphere;
+  if (CompareAngles(range, 360.0)) return VerticalCoverage::Range360;
+  return VerticalCoverage::Unsupported;
+}
