@@ -49,7 +49,8 @@ std::string FindCatalogFile(const std::string& name) {
 void Load(Catalog& catalog) {
   std::ifstream in(catalog.path, std::ios::binary);
   if (!in) {
-    std::fprintf(stderr, "qavhost: the message catalog %s cannot be read\n", catalog.path.c_str());
+    (void)std::fprintf(stderr, "qavhost: the message catalog %s cannot be read\n",
+                       catalog.path.c_str());
     return;
   }
   std::string line;
@@ -63,8 +64,8 @@ void Load(Catalog& catalog) {
                                      ? std::string_view()
                                      : qavstore::Trim(trimmed.substr(0, equal));
     if (key.empty() || !qavstore::ParseAssignedValue(trimmed.substr(equal + 1), text)) {
-      std::fprintf(stderr, "qavhost: the message catalog %s has a bad line %d, skipped\n",
-                   catalog.path.c_str(), number);
+      (void)std::fprintf(stderr, "qavhost: the message catalog %s has a bad line %d, skipped\n",
+                         catalog.path.c_str(), number);
       continue;
     }
     catalog.texts[std::string(key)] = std::move(text);

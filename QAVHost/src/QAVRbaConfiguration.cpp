@@ -80,7 +80,9 @@ bool Parse(const std::string& content, std::vector<Line>& lines, std::string& er
         return false;
       }
       if (FindIn(lines, section, line.key)) {
-        error = where + "the key \"" + line.key + "\" is given twice in [" + section + "]";
+        error = where;
+        error.append("the key \"").append(line.key).append("\" is given twice in [");
+        error.append(section).append("]");
         return false;
       }
     }

@@ -540,7 +540,8 @@ bool KeyedStore::Parse(std::string_view text, std::string_view header, KeyedStor
       return false;
     }
     if (out.Find(key)) {
-      error = where + "the key \"" + key + "\" is given twice";
+      error = where;
+      error.append("the key \"").append(key).append("\" is given twice");
       return false;
     }
     out.Put(key, std::move(stored));
@@ -583,19 +584,19 @@ bool BackedFile::Read(std::string& content, bool& exists) {
   if (code == 0) return true;
   content.clear();
   _keepAside = true;
-  std::fprintf(stderr,
-               "qavhost: the %s %s cannot be read (%s); it reads as empty and will be kept "
-               "aside before it is replaced\n",
-               _kind.c_str(), _path.c_str(), std::strerror(code));
+  (void)std::fprintf(stderr,
+                     "qavhost: the %s %s cannot be read (%s); it reads as empty and will be kept "
+                     "aside before it is replaced\n",
+                     _kind.c_str(), _path.c_str(), std::strerror(code));
   return false;
 }
 
 void BackedFile::ReportCorrupt(const std::string& reason) {
   _keepAside = true;
-  std::fprintf(stderr,
-               "qavhost: the %s %s is corrupt (%s); it reads as empty and will be kept aside "
-               "before it is replaced\n",
-               _kind.c_str(), _path.c_str(), reason.c_str());
+  (void)std::fprintf(stderr,
+                     "qavhost: the %s %s is corrupt (%s); it reads as empty and will be kept aside "
+                     "before it is replaced\n",
+                     _kind.c_str(), _path.c_str(), reason.c_str());
 }
 
 bool BackedFile::Write(std::string_view content) {
@@ -605,18 +606,18 @@ bool BackedFile::Write(std::string_view content) {
     if (::lstat(_path.c_str(), &st) == 0) {
       const std::string aside = QAVAtomicFile::MoveAside(_path, &error);
       if (aside.empty()) {
-        std::fprintf(stderr, "qavhost: the corrupt %s %s is not replaced: %s\n", _kind.c_str(),
-                     _path.c_str(), error.c_str());
+        (void)std::fprintf(stderr, "qavhost: the corrupt %s %s is not replaced: %s\n",
+                           _kind.c_str(), _path.c_str(), error.c_str());
         return false;
       }
-      std::fprintf(stderr, "qavhost: kept the corrupt %s %s aside as %s\n", _kind.c_str(),
-                   _path.c_str(), aside.c_str());
+      (void)std::fprintf(stderr, "qavhost: kept the corrupt %s %s aside as %s\n", _kind.c_str(),
+                         _path.c_str(), aside.c_str());
     }
     _keepAside = false;
   }
   if (QAVAtomicFile::Write(_path, content, &error)) return true;
-  std::fprintf(stderr, "qavhost: cannot save the %s %s: %s\n", _kind.c_str(), _path.c_str(),
-               error.c_str());
+  (void)std::fprintf(stderr, "qavhost: cannot save the %s %s: %s\n", _kind.c_str(), _path.c_str(),
+                     error.c_str());
   return false;
 }
 

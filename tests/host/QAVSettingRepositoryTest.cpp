@@ -58,7 +58,7 @@ TEST_F(SettingRepositoryTest, SavedValuesComeBackExactly) {
                                "line\nbreak\r\n",
                                "back\\slash\\t",
                                "#not a comment",
-                               QAVString(std::string("nul\0byte\x01\x7f", 13))};
+                               QAVString(std::string("nul\0byte\x01\x7f", 10))};
   const QAVUnicodeString texts[] = {"été 日本 😀", " leading and trailing blanks "};
   ASSERT_EQ(repo->WriteSetting("shorts", shorts, 4), S_OK);
   ASSERT_EQ(repo->WriteSetting("ints", ints, 4), S_OK);

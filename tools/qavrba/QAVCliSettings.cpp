@@ -28,7 +28,7 @@ std::string Quoted(const std::string& text) {
       out += "\\t";
     } else if (u < 0x20 || u == 0x7F) {
       char buffer[8];
-      std::snprintf(buffer, sizeof buffer, "\\x%02X", u);
+      (void)std::snprintf(buffer, sizeof buffer, "\\x%02X", u);
       out += buffer;
     } else {
       out += c;
