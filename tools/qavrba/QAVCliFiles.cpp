@@ -51,7 +51,9 @@ int Find(const qavcli::Args& args, bool backplate) {
     QAVRbaPathAndFileServices::RetreiveTexturePath(QAVUnicodeString(args[1]), found);
   if (found.IsEmpty())
     return qavcli::Fail(std::string(backplate ? "backplate" : "texture") + " '" + args[1] +
-                        "' not found (searched QAVGraphicPath and the live settings)");
+                        "' not found along QAVGraphicPath (every entry but the last) nor under " +
+                        (backplate ? "BackplatePath" : "AmbiencePath") +
+                        " of RenderingLiveSettings");
   std::printf("%s\n", found.c_str());
   return 0;
 }
