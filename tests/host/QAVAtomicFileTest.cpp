@@ -78,15 +78,3 @@ TEST_F(AtomicFileTest, AnInterruptedSaveLeavesTheOldContentAndNoTemporary) {
   EXPECT_TRUE(QAVAtomicFile::Write(file.string(), "new"));
   EXPECT_EQ(qavtest::ReadFile(file), "new");
 }
-
-TEST_F(AtomicFileTest, MoveAsideNeverReplacesAnEarlierCopy) {
-  const fs::path file = _scratch.Write("bad.txt", "one");
-  EXPECT_EQ(QAVAtomicFile::MoveAside(file.string()), file.string() + ".corrupt");
-  _scratch.Write("bad.txt", "two");
-  EXPECT_EQ(QAVAtomicFile::MoveAside(file.string()), file.string() + ".corrupt.2");
-  EXPECT_EQ(qavtest::ReadFile(file.string() + ".corrupt"), "one");
-  EXPECT_EQ(qavtest::ReadFile(file.string() + ".corrupt.2"), "two");
-  std::string error;
-  EXPECT_EQ(QAVAtomicFile::MoveAside(file.string(), &error), "");
-  EXPECT_NE(error.find("cannot rename"), std::string::npos);
-}
