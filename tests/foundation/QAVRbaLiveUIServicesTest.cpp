@@ -63,8 +63,8 @@ std::vector<std::string> RendererSettings(bool withFileSaveAllowed) {
 
 std::vector<std::string> LiveSettings() {
   auto keys = RendererSettings(true);
-  keys.insert(keys.end(),
-              {"RenderEngine int [1]", "RollActivation int [0]", "RollValue float [0]"});
+  keys.insert(keys.end(), {"RenderEngine int [1]", "RollActivation int [0]", "RollValue float [0]",
+                           "ColorProfileSelectedIndex int [0]"});
   return keys;
 }
 

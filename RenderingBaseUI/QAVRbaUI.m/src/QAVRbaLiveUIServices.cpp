@@ -104,6 +104,8 @@ HRESULT QAVRbaLiveUIServices::InitSettings() {
                           {"RenderEngine", 1},
                           {"RollActivation", 0},
                           {"RollValue", 0.0f},
+                          // The working colour profile of colour management.
+                          {"ColorProfileSelectedIndex", 0},
                       });
   }
 
