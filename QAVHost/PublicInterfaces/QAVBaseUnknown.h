@@ -12,31 +12,31 @@
 
 // Declares the meta-class services of a class. Put it first in the class body;
 // it leaves the access at private.
-#define QAV_DECLARE_CLASS                          \
- public:                                           \
-  static const char* ClassName();                  \
-  static QAVMetaClass* MetaObject();               \
-  static const IID& ClassId();                     \
-  static QAVBaseUnknown* CreateItself();           \
-  const char* IsA() const override;                \
-  QAVMetaClass* GetMetaObject() const override;    \
-                                                   \
+#define QAV_DECLARE_CLASS                       \
+ public:                                        \
+  static const char* ClassName();               \
+  static QAVMetaClass* MetaObject();            \
+  static const IID& ClassId();                  \
+  static QAVBaseUnknown* CreateItself();        \
+  const char* IsA() const override;             \
+  QAVMetaClass* GetMetaObject() const override; \
+                                                \
  private:
 
 // Defines the services declared by QAV_DECLARE_CLASS. The class is registered
 // with its factory when the module loads, so it can be instantiated by name.
 // CreateItself returns null for a class without a public default constructor.
-#define QAV_IMPLEMENT_CLASS(Cls, Base, Framework)                                            \
-  QAVMetaClass* Cls::MetaObject() {                                                         \
-    static QAVMetaClass* const meta =                                                       \
-        QAVMetaClass::Create(#Cls, Base::MetaObject(), Framework, &Cls::CreateItself);      \
-    return meta;                                                                            \
-  }                                                                                         \
-  const char* Cls::ClassName() { return #Cls; }                                             \
-  const IID& Cls::ClassId() { return MetaObject()->GetClassId(); }                          \
-  QAVBaseUnknown* Cls::CreateItself() { return QAVCreateDefaultInstance<Cls>(); }         \
-  const char* Cls::IsA() const { return #Cls; }                                             \
-  QAVMetaClass* Cls::GetMetaObject() const { return MetaObject(); }                         \
+#define QAV_IMPLEMENT_CLASS(Cls, Base, Framework)                                      \
+  QAVMetaClass* Cls::MetaObject() {                                                    \
+    static QAVMetaClass* const meta =                                                  \
+        QAVMetaClass::Create(#Cls, Base::MetaObject(), Framework, &Cls::CreateItself); \
+    return meta;                                                                       \
+  }                                                                                    \
+  const char* Cls::ClassName() { return #Cls; }                                        \
+  const IID& Cls::ClassId() { return MetaObject()->GetClassId(); }                     \
+  QAVBaseUnknown* Cls::CreateItself() { return QAVCreateDefaultInstance<Cls>(); }      \
+  const char* Cls::IsA() const { return #Cls; }                                        \
+  QAVMetaClass* Cls::GetMetaObject() const { return MetaObject(); }                    \
   [[maybe_unused]] static const bool qavRegistered##Cls = (Cls::MetaObject() != nullptr)
 
 class QAVHOST_API QAVBaseUnknown {

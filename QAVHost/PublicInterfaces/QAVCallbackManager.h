@@ -17,9 +17,9 @@ using QAVCallback = std::uint64_t;
 
 // A subscriber receives the event name, the dispatch's data, the notification
 // (may be null), the client data given at subscription and its own callback id.
-using QAVCallbackFunction = std::function<void(const char* event, void* data,
-                                               QAVNotification* notification,
-                                               void* clientData, QAVCallback callback)>;
+using QAVCallbackFunction =
+    std::function<void(const char* event, void* data, QAVNotification* notification,
+                       void* clientData, QAVCallback callback)>;
 
 class QAVHOST_API QAVCallbackManager : public QAVEventSubscriber {
   QAV_DECLARE_CLASS

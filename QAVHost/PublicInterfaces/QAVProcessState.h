@@ -18,10 +18,10 @@ class QAVHOST_API QAVProcessState {
 };
 
 // Registers a reset when the module loads.
-#define QAV_REGISTER_RESET(Name, Function)                               \
-  [[maybe_unused]] static const bool qavResetRegistered##Name = [] {    \
-    QAVProcessState::RegisterReset(#Name, Function);                    \
-    return true;                                                        \
+#define QAV_REGISTER_RESET(Name, Function)                           \
+  [[maybe_unused]] static const bool qavResetRegistered##Name = [] { \
+    QAVProcessState::RegisterReset(#Name, Function);                 \
+    return true;                                                     \
   }()
 
 #endif

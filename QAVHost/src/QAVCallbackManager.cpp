@@ -45,6 +45,7 @@ void QAVCallbackManager::DispatchCallbacks(const char* event, QAVNotification* n
 
 int QAVCallbackManager::GetCallbackCount(const char* event) const {
   if (!event) return 0;
-  return static_cast<int>(std::count_if(_subscriptions.begin(), _subscriptions.end(),
-                                        [event](const Subscription& s) { return s.event == event; }));
+  return static_cast<int>(
+      std::count_if(_subscriptions.begin(), _subscriptions.end(),
+                    [event](const Subscription& s) { return s.event == event; }));
 }

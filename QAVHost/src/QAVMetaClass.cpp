@@ -31,8 +31,8 @@ QAVMetaClass::QAVMetaClass(const char* name, QAVMetaClass* base, const char* fra
       _classId(ClassIdFromName(name)),
       _factory(factory) {}
 
-QAVMetaClass* QAVMetaClass::Create(const char* className, QAVMetaClass* base,
-                                   const char* framework, Factory factory) {
+QAVMetaClass* QAVMetaClass::Create(const char* className, QAVMetaClass* base, const char* framework,
+                                   Factory factory) {
   if (!className || !*className) return nullptr;
   auto& registry = QAVMetaClassRegistry::Instance();
   std::lock_guard guard(registry.lock);
@@ -68,7 +68,8 @@ GUID QAVMetaClass::ClassIdFromName(const char* className) {
   id.Data1 = static_cast<std::uint32_t>(high >> 32);
   id.Data2 = static_cast<std::uint16_t>(high >> 16);
   id.Data3 = static_cast<std::uint16_t>(high);
-  for (int i = 0; i < 8; ++i) id.Data4[i] = static_cast<std::uint8_t>(low >> (56 - 8 * i));
+  for (int i = 0; i < 8; ++i)
+    id.Data4[i] = static_cast<std::uint8_t>(low >> (56 - 8 * i));
   return id;
 }
 

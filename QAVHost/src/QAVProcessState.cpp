@@ -33,5 +33,6 @@ void QAVProcessState::ResetAll() {
     for (auto it = registry.resets.rbegin(); it != registry.resets.rend(); ++it)
       resets.push_back(it->second);
   }
-  for (Reset reset : resets) reset();
+  for (Reset reset : resets)
+    reset();
 }

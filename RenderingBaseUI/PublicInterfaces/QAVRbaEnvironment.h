@@ -13,12 +13,12 @@ class QAVRBAUI_API QAVRbaEnvironment {
   static const char* Get(const char* name);
 
   // The variables the library uses itself.
-  static const char* GraphicPath();        // "QAVGraphicPath"
-  static const char* StartupPath();        // "QAVStartupPath"
-  static const char* TempPath();           // "QAVTemp"
-  static const char* ForceNewHqHDRIs();    // "AMBCR_Force_NewHqHDRIs"
-  static const char* TraceFiles();         // "LRE_TRACE_FILES"
-  static const char* TraceSeverity();      // "LRE_TRACE_SEVERITY"
+  static const char* GraphicPath();      // "QAVGraphicPath"
+  static const char* StartupPath();      // "QAVStartupPath"
+  static const char* TempPath();         // "QAVTemp"
+  static const char* ForceNewHqHDRIs();  // "AMBCR_Force_NewHqHDRIs"
+  static const char* TraceFiles();       // "LRE_TRACE_FILES"
+  static const char* TraceSeverity();    // "LRE_TRACE_SEVERITY"
 
   // Number and names of the variables read at load, in reading order.
   static int GetVariableCount();

@@ -15,7 +15,7 @@ using Handler = int (*)(const Args& args);
 
 struct Command {
   const char* name;
-  const char* usage;    // the lines printed by --help, one per form
+  const char* usage;  // the lines printed by --help, one per form
   Handler handler;
 };
 
@@ -36,8 +36,8 @@ std::string ResourcesDir();
 
 }  // namespace qavcli
 
-#define QAV_CLI_COMMAND(Name, Usage, Handler)                           \
-  [[maybe_unused]] static const bool qavCliRegistered =                \
+#define QAV_CLI_COMMAND(Name, Usage, Handler)           \
+  [[maybe_unused]] static const bool qavCliRegistered = \
       ::qavcli::Register(::qavcli::Command{Name, Usage, Handler})
 
 #endif

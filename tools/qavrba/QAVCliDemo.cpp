@@ -46,7 +46,8 @@ int RerunWithDemoEnvironment(const std::string& resources, const qavcli::Args& a
   ::setenv("QAVHOST_RESOURCE_PATH", resources.c_str(), 1);
   if (!std::getenv("QAVHOST_SETTINGS_DIR")) {
     std::string scratch = (fs::temp_directory_path() / "qavrba-demo-XXXXXX").string();
-    if (!::mkdtemp(scratch.data())) return qavcli::Fail("cannot create a scratch settings directory");
+    if (!::mkdtemp(scratch.data()))
+      return qavcli::Fail("cannot create a scratch settings directory");
     ::setenv("QAVHOST_SETTINGS_DIR", scratch.c_str(), 1);
   }
   ::setenv(kDemoMarker, "1", 1);
@@ -54,7 +55,8 @@ int RerunWithDemoEnvironment(const std::string& resources, const qavcli::Args& a
   std::vector<std::string> argvText = {"qavrba", "demo"};
   argvText.insert(argvText.end(), args.begin(), args.end());
   std::vector<char*> argv;
-  for (std::string& a : argvText) argv.push_back(a.data());
+  for (std::string& a : argvText)
+    argv.push_back(a.data());
   argv.push_back(nullptr);
   std::fflush(stdout);
   ::execv("/proc/self/exe", argv.data());
@@ -91,13 +93,13 @@ void TourEvents() {
 
   QAVCallbackManager* callbacks = QAVFrmLayout::GetCurrentLayout()->GetCallbackManager();
   const char* dropped = QAVRbaUIEvents::TEXTURE_DROPPED();
-  callbacks->AddCallback(dropped, [](const char* event, void*, QAVNotification* notification,
-                                     void*, QAVCallback) {
-    const auto* drop = dynamic_cast<QAVRbaUIFileDropNotification*>(notification);
-    std::printf("received %s with %s, FilePath = %s\n", event,
-                notification ? notification->IsA() : "no notification",
-                drop ? drop->FilePath.c_str() : "?");
-  });
+  callbacks->AddCallback(
+      dropped, [](const char* event, void*, QAVNotification* notification, void*, QAVCallback) {
+        const auto* drop = dynamic_cast<QAVRbaUIFileDropNotification*>(notification);
+        std::printf("received %s with %s, FilePath = %s\n", event,
+                    notification ? notification->IsA() : "no notification",
+                    drop ? drop->FilePath.c_str() : "?");
+      });
   auto notification = QAVMakeRef<QAVRbaUIFileDropNotification>(QAVUnicodeString("/tmp/wood.png"));
   std::printf("dispatching %s\n", dropped);
   callbacks->DispatchCallbacks(dropped, notification.get(), callbacks);
@@ -121,7 +123,8 @@ void TourFiles() {
   std::unique_ptr<QAVListValQAVUnicodeString> files(
       QAVRbaPathAndFileServices::GetListOfDirectoryFile(ambiences.c_str(), extensions));
   std::printf("*.hdr in %s:", ambiences.c_str());
-  for (const QAVUnicodeString& file : *files) std::printf(" %s", file.c_str());
+  for (const QAVUnicodeString& file : *files)
+    std::printf(" %s", file.c_str());
   std::printf("\n");
 }
 
@@ -143,7 +146,8 @@ void TourLogs() {
   QAVRbaTrace(0, "QAVCliDemo.cpp", " ", __LINE__, " ", "!demoImage.IsEmpty()", " is false.",
               "The demo image was not found.");
   QAVRbaTrace(1, "QAVCliDemo.cpp", " ", __LINE__, " ", "A warning", " from the tour", ".");
-  QAVRbaTrace(2, "QAVCliDemo.cpp", " ", __LINE__, " ", "An information line", " from the tour", ".");
+  QAVRbaTrace(2, "QAVCliDemo.cpp", " ", __LINE__, " ", "An information line", " from the tour",
+              ".");
 }
 
 int RunDemo(const qavcli::Args& args) {
@@ -162,5 +166,6 @@ int RunDemo(const qavcli::Args& args) {
 
 }  // namespace
 
-QAV_CLI_COMMAND("demo", "  qavrba demo                        a short tour on the shipped resources",
+QAV_CLI_COMMAND("demo",
+                "  qavrba demo                        a short tour on the shipped resources",
                 RunDemo);

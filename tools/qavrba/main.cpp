@@ -20,7 +20,8 @@ void PrintHelp() {
       "usage: qavrba COMMAND [ARGS...]\n"
       "The rendering UI services on the command line.\n\n"
       "Commands:\n");
-  for (const Command& c : Registry()) std::printf("%s\n", c.usage);
+  for (const Command& c : Registry())
+    std::printf("%s\n", c.usage);
   std::printf(
       "\nEach command takes --help. Errors go to standard error with a non-zero "
       "exit status.\n");
@@ -30,7 +31,8 @@ void PrintHelp() {
 bool Register(const Command& command) {
   auto& commands = Registry();
   auto at = commands.begin();
-  while (at != commands.end() && std::strcmp(at->name, command.name) < 0) ++at;
+  while (at != commands.end() && std::strcmp(at->name, command.name) < 0)
+    ++at;
   commands.insert(at, command);
   return true;
 }
