@@ -84,9 +84,7 @@ bool ScanWithFormat(std::string_view token, const char* format, T* value) {
   return true;
 }
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 // The "%d" conversion of a token.
 bool ScanInt(std::string_view token, int* value) {
@@ -420,7 +418,8 @@ bool QAVRbaIesReader::FailToken(Got got, const Where& where) {
       end += " before the " + Describe(where);
       break;
   }
-  return Fail(_line, end);
+  // A real end of file has no line worth naming; a byte 255 has.
+  return Fail(got == Got::Byte255 ? _line : 0, end);
 }
 
 bool QAVRbaIesReader::ReadHeaderLines(bool* include) {
@@ -533,9 +532,7 @@ QAVRbaLightProfile::QAVRbaLightProfile(const QAVRbaLightProfile& other) = defaul
 QAVRbaLightProfile& QAVRbaLightProfile::operator=(const QAVRbaLightProfile& other) = default;
 QAVRbaLightProfile::~QAVRbaLightProfile() = default;
 
-QAVUnicodeString QAVRbaLightProfile::GetFileName() const {
-  return _fileName;
-}
+QAVUnicodeString QAVRbaLightProfile::GetFileName() const { return _fileName; }
 
 void QAVRbaLightProfile::FreeTables() {
   std::vector<double>().swap(_verticalAngles);

@@ -1,0 +1,12 @@
+// Pieces of the demo tour that live beside their command groups. Each takes the
+// shipped resources directory, prints its part of the tour on standard output and
+// returns 0, or prints the reason on standard error and returns 1.
+#ifndef QAVCliDemoParts_h
+#define QAVCliDemoParts_h
+
+#include <string>
+
+// Reads the sample light profile of resources/ies and prints a few samples.
+int DemoIes(const std::string& resourcesDir);
+
+#endif
