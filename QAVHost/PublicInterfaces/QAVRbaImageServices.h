@@ -3,9 +3,12 @@
 #ifndef QAVRbaImageServices_h
 #define QAVRbaImageServices_h
 
+#include "QAVFrmWindow.h"
 #include "QAVHostExport.h"
 #include "QAVListValQAVUnicodeString.h"
 #include "QAVUnicodeString.h"
+
+class QAVMMColorProfile;
 
 class QAVHOST_API QAVRbaImageServices {
  public:
@@ -25,6 +28,14 @@ class QAVHOST_API QAVRbaImageServices {
   //   "dir.d/sky"    -> "dir.d/sky", ""     (dots of directories do not count)
   static void SplitPath(const QAVUnicodeString& name, QAVUnicodeString& base,
                         QAVUnicodeString& extension);
+
+  // The colour profile of the screen that shows a native window: a reference
+  // for the caller to release, or null for the handle 0 (no window). A screen
+  // is sRGB unless SetScreenProfile said otherwise for that window.
+  static QAVMMColorProfile* GetScreenProfile(QAVNativeWindowHandle windowHandle);
+  // Plays the platform's display settings: the window is shown on a screen of
+  // this profile (a reference is kept; null brings back the sRGB default).
+  static void SetScreenProfile(QAVNativeWindowHandle windowHandle, QAVMMColorProfile* profile);
 
   QAVRbaImageServices() = delete;
 };

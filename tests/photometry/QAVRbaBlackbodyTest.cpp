@@ -70,8 +70,9 @@ TEST(BlackbodyColorTest, ZeroMeans6500AndExtremesAreLeftAsComputed) {
 }
 
 TEST(BlackbodyColorTest, TintGetsBluerAsTheTemperatureRises) {
-  float previousRatio = 0.0f;
-  for (float kelvin = 1500.0f; kelvin <= 40000.0f; kelvin *= 1.5f) {
+  float previousRatio = -1.0f;
+  for (const float kelvin : {1000.0f, 1500.0f, 2500.0f, 4000.0f, 5500.0f, 6500.0f, 8000.0f,
+                             12000.0f, 20000.0f, 40000.0f}) {
     SCOPED_TRACE(kelvin);
     const Rgb c = Blackbody(kelvin);
     EXPECT_EQ(std::max(c.b, std::max(c.r, c.g)), 1.0f);

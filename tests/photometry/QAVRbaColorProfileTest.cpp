@@ -1,0 +1,283 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "QAV3DViewer.h"
+#include "QAVFrmWindow.h"
+#include "QAVRbaColorProfile.h"
+#include "QAVRbaImageServices.h"
+#include "QAVRef.h"
+#include "QAVSettingRepository.h"
+#include "QAVTestSupport.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using ProfileRef = QAVRef<QAVMMColorProfile>;
+
+double LinearToSrgb(double v) {
+  return v <= 0.0031308 ? 12.92 * v : 1.055 * std::pow(v, 1.0 / 2.4) - 0.055;
+}
+
+// Installed profiles, in listing order: 1 sRGB, 2 linear sRGB, 3 not a profile,
+// 4 linear again (removed by a test after the listing). Nothing else installed
+// on the machine is seen.
+class ColorManagementTest : public qavtest::HostTest {
+ protected:
+  void SetUp() override {
+    HostTest::SetUp();
+    _iccDir = _scratch.path() / "icc";
+    fs::create_directories(_iccDir);
+    _iccPath.emplace("QAVHOST_ICC_PATH", _iccDir.string());
+    _systemPath.emplace("QAVHOST_ICC_SYSTEM_PATH", "");
+    Save(ProfileRef::Adopt(QAVMMColorProfile::CreateSRGB()), "1-srgb.icc");
+    Save(Linear(), "2-linear.icc");
+    _scratch.Write("icc/3-broken.icc", "definitely not an ICC profile");
+    Save(Linear(), "4-gone.icc");
+
+    _window = QAVMakeRef<QAVFrmWindow>("3D");
+    _viewer = QAVMakeRef<QAV3DViewer>("viewer");
+    _window->SetViewer(_viewer.get());
+  }
+  void TearDown() override {
+    _window.Reset();
+    _viewer.Reset();
+    HostTest::TearDown();
+    _systemPath.reset();
+    _iccPath.reset();
+  }
+
+  static ProfileRef Linear() {
+    return ProfileRef::Adopt(
+        QAVMMColorProfile::CreateRGB("Linear", QAVRGBChromaticities::SRGB(), 1.0));
+  }
+  void Save(const ProfileRef& profile, const char* name) {
+    ASSERT_EQ(profile->SaveToFile(QAVUnicodeString((_iccDir / name).string())), S_OK);
+  }
+  static void SelectProfile(int index) {
+    QAVSettingRepository* live = QAVSettingRepository::GetRepository("RenderingLiveSettings");
+    ASSERT_NE(live, nullptr);
+    ASSERT_EQ(live->WriteSetting("ColorProfileSelectedIndex", &index, 1), S_OK);
+  }
+  static std::string WorkingFile() {
+    QAVMMColorProfile* working = QAVRbaColorProfile::GetWorkingColorProfile();
+    return working ? fs::path(working->GetPath().str()).filename().string() : "<none>";
+  }
+  // The screen of the test's window: sRGB unless given.
+  void UseScreen(QAVMMColorProfile* profile = nullptr) {
+    QAVRbaImageServices::SetScreenProfile(_window->GetNativeHandle(), profile);
+    ASSERT_EQ(QAVRbaColorProfile::UpdateScreenColorProfile(_viewer.get()), S_OK);
+  }
+  // An 8-bit RGB texture of one pixel.
+  static QAVRef<QAVVisuTextureData> Texture(std::uint8_t r, std::uint8_t g, std::uint8_t b) {
+    auto texture = QAVMakeRef<QAVVisuTextureData>(1, 1, 3, QAVVisuTextureData::UnsignedByte);
+    texture->GetPixels()[0] = r;
+    texture->GetPixels()[1] = g;
+    texture->GetPixels()[2] = b;
+    return texture;
+  }
+
+  fs::path _iccDir;
+  std::optional<qavtest::ScopedEnv> _iccPath;
+  std::optional<qavtest::ScopedEnv> _systemPath;
+  QAVRef<QAVFrmWindow> _window;
+  QAVRef<QAV3DViewer> _viewer;
+};
+
+TEST_F(ColorManagementTest, OffLeavesTexturesAndImagesAlone) {
+  UseScreen();
+  const auto texture = Texture(10, 128, 250);
+  EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(texture.get()), S_FALSE);
+  EXPECT_EQ(texture->GetPixels()[0], 10);
+  EXPECT_EQ(texture->GetPixels()[1], 128);
+  EXPECT_EQ(texture->GetPixels()[2], 250);
+  EXPECT_EQ(QAVRbaColorProfile::GetWorkingColorProfile(), nullptr);
+
+  const auto image = QAVMakeRef<QAVPixelImage>(2, 2, QAVPixelFormat::RGB);
+  QAVPixelImage* same = QAVRbaColorProfile::ApplyColorManagement(image.get());
+  EXPECT_EQ(same, image.get());
+  EXPECT_EQ(image->GetRefCount(), 2u);  // the caller's new reference
+  same->Release();
+
+  // Switching off after a profile was in use releases it.
+  SelectProfile(2);
+  ASSERT_EQ(QAVRbaColorProfile::UpdateWorkingColorProfile(), S_OK);
+  const ProfileRef held(QAVRbaColorProfile::GetWorkingColorProfile());
+  ASSERT_TRUE(held);
+  EXPECT_EQ(held->GetRefCount(), 2u);
+  SelectProfile(0);
+  EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(texture.get()), S_FALSE);
+  EXPECT_EQ(QAVRbaColorProfile::GetWorkingColorProfile(), nullptr);
+  EXPECT_EQ(held->GetRefCount(), 1u);
+  EXPECT_EQ(texture->GetPixels()[1], 128);
+
+  EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(static_cast<QAVVisuTextureData*>(nullptr)),
+            E_FAIL);
+  EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(static_cast<QAVPixelImage*>(nullptr)),
+            nullptr);
+}
+
+TEST_F(ColorManagementTest, TexturesAreConvertedFromWorkingToScreenInPlace) {
+  SelectProfile(2);  // linear light, shown on an sRGB screen
+  UseScreen();
+
+  const auto texture = Texture(0, 55, 255);
+  const unsigned char* buffer = texture->GetPixels();
+  ASSERT_EQ(QAVRbaColorProfile::ApplyColorManagement(texture.get()), S_OK);
+  EXPECT_EQ(texture->GetPixels(), buffer);
+  EXPECT_EQ(WorkingFile(), "2-linear.icc");
+  EXPECT_EQ(QAVRbaColorProfile::GetWorkingColorProfile()->GetRefCount(), 1u);
+  EXPECT_EQ(buffer[0], 0);
+  EXPECT_NEAR(buffer[1], 255.0 * LinearToSrgb(55.0 / 255.0), 1.0);  // about 128
+  EXPECT_EQ(buffer[2], 255);
+
+  // Floats with four components: RGBA, alpha untouched.
+  const auto floats = QAVMakeRef<QAVVisuTextureData>(2, 1, 4, QAVVisuTextureData::Float);
+  const float source[8] = {0.2140f, 0.0f, 1.0f, 0.25f, 0.05f, 0.5f, 0.9f, 1.0f};
+  std::memcpy(floats->GetPixels(), source, sizeof source);
+  ASSERT_EQ(QAVRbaColorProfile::ApplyColorManagement(floats.get()), S_OK);
+  float out[8];
+  std::memcpy(out, floats->GetPixels(), sizeof out);
+  for (int i = 0; i < 8; ++i) {
+    const double expected = i % 4 == 3 ? source[i] : LinearToSrgb(source[i]);
+    EXPECT_NEAR(out[i], expected, 2e-3) << i;
+  }
+}
+
+TEST_F(ColorManagementTest, ImagesAreConvertedIntoACopy) {
+  SelectProfile(2);
+  UseScreen();
+  const auto image = QAVMakeRef<QAVPixelImage>(1, 1, QAVPixelFormat::RGBA);
+  auto* px = static_cast<std::uint8_t*>(image->GetPixels());
+  px[0] = 55;
+  px[1] = 55;
+  px[2] = 55;
+  px[3] = 77;
+
+  const auto copy =
+      QAVRef<QAVPixelImage>::Adopt(QAVRbaColorProfile::ApplyColorManagement(image.get()));
+  ASSERT_TRUE(copy);
+  EXPECT_NE(copy.get(), image.get());
+  EXPECT_EQ(copy->GetRefCount(), 1u);
+  EXPECT_EQ(image->GetRefCount(), 1u);
+  EXPECT_EQ(px[0], 55);  // the input is not changed
+  EXPECT_EQ(image->GetColorProfile(), nullptr);
+  const auto* out = static_cast<const std::uint8_t*>(copy->GetPixels());
+  EXPECT_NEAR(out[0], 128, 1);
+  EXPECT_EQ(out[0], out[2]);
+  EXPECT_EQ(out[3], 77);
+  EXPECT_EQ(copy->GetColorProfile(), QAVRbaColorProfile::GetScreenColorProfile());
+}
+
+TEST_F(ColorManagementTest, UnusableChoicesKeepThePreviousProfile) {
+  UseScreen();
+  SelectProfile(2);
+  ASSERT_EQ(QAVRbaColorProfile::UpdateWorkingColorProfile(), S_OK);
+  QAVMMColorProfile* linear = QAVRbaColorProfile::GetWorkingColorProfile();
+  ASSERT_NE(linear, nullptr);
+
+  // The listing is made once: a profile installed later and a profile removed
+  // later are not noticed.
+  Save(Linear(), "5-late.icc");
+  fs::remove(_iccDir / "4-gone.icc");
+
+  for (const int index : {5, 99, 3, 4, -1}) {
+    SCOPED_TRACE(index);
+    SelectProfile(index);
+    EXPECT_EQ(QAVRbaColorProfile::UpdateWorkingColorProfile(), S_OK);
+    EXPECT_EQ(QAVRbaColorProfile::GetWorkingColorProfile(), linear);
+    // Still converting from the linear profile: the previous index holds.
+    const auto texture = Texture(55, 55, 55);
+    EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(texture.get()), S_OK);
+    EXPECT_NEAR(texture->GetPixels()[0], 128, 1);
+  }
+
+  // A usable choice replaces it; pixels already in the screen's profile stay.
+  SelectProfile(1);
+  const auto texture = Texture(3, 128, 254);
+  EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(texture.get()), S_OK);
+  EXPECT_EQ(WorkingFile(), "1-srgb.icc");
+  EXPECT_EQ(texture->GetPixels()[0], 3);
+  EXPECT_EQ(texture->GetPixels()[1], 128);
+  EXPECT_EQ(texture->GetPixels()[2], 254);
+}
+
+TEST_F(ColorManagementTest, TexturesOfOtherLayoutsFail) {
+  UseScreen();
+  SelectProfile(2);
+  // The working profile is brought up to date before the type is looked at.
+  const auto shorts = QAVMakeRef<QAVVisuTextureData>(2, 2, 3, QAVVisuTextureData::UnsignedShort);
+  EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(shorts.get()), E_FAIL);
+  EXPECT_EQ(WorkingFile(), "2-linear.icc");
+  const auto doubles = QAVMakeRef<QAVVisuTextureData>(2, 2, 4, QAVVisuTextureData::Double);
+  EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(doubles.get()), E_FAIL);
+
+  // One or two components per pixel cannot be read as RGB.
+  const auto grey = QAVMakeRef<QAVVisuTextureData>(4, 4, 1, QAVVisuTextureData::UnsignedByte);
+  std::memset(grey->GetPixels(), 55, grey->GetBufferSize());
+  EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(grey.get()), E_FAIL);
+  EXPECT_EQ(grey->GetPixels()[0], 55);
+}
+
+TEST_F(ColorManagementTest, MissingProfilesLeavePixelsAsTheyAre) {
+  // No screen profile yet: nothing to convert to.
+  SelectProfile(2);
+  const auto texture = Texture(55, 55, 55);
+  EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(texture.get()), S_OK);
+  EXPECT_EQ(texture->GetPixels()[0], 55);
+
+  EXPECT_EQ(QAVRbaColorProfile::UpdateScreenColorProfile(nullptr), E_FAIL);
+  // A viewer shown in no window has no screen.
+  const auto alone = QAVMakeRef<QAV3DViewer>("alone");
+  EXPECT_EQ(QAVRbaColorProfile::UpdateScreenColorProfile(alone.get()), S_OK);
+  EXPECT_EQ(QAVRbaColorProfile::GetScreenColorProfile(), nullptr);
+}
+
+TEST_F(ColorManagementTest, ScreenProfileFollowsTheViewersWindow) {
+  const ProfileRef linear = Linear();
+  UseScreen(linear.get());
+  EXPECT_EQ(QAVRbaColorProfile::GetScreenColorProfile(), linear.get());
+  EXPECT_EQ(linear->GetRefCount(), 3u);  // ours, the window's, the screen's
+
+  // sRGB working pixels shown on a linear screen.
+  SelectProfile(1);
+  const auto texture = Texture(128, 128, 128);
+  EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(texture.get()), S_OK);
+  EXPECT_NEAR(texture->GetPixels()[0], 55, 1);
+
+  // Another window's screen: the previous screen profile is released.
+  const auto window = QAVMakeRef<QAVFrmWindow>("other");
+  const auto viewer = QAVMakeRef<QAV3DViewer>("v2");
+  window->SetViewer(viewer.get());
+  ASSERT_EQ(QAVRbaColorProfile::UpdateScreenColorProfile(viewer.get()), S_OK);
+  EXPECT_EQ(linear->GetRefCount(), 2u);
+  ASSERT_NE(QAVRbaColorProfile::GetScreenColorProfile(), nullptr);
+  EXPECT_TRUE(QAVRbaColorProfile::GetScreenColorProfile()->IsSameProfile(
+      ProfileRef::Adopt(QAVMMColorProfile::CreateSRGB()).get()));
+}
+
+TEST_F(ColorManagementTest, UnreadableSetting) {
+  // Without the repository the update fails and management stays off.
+  QAVSettingRepository::SetAvailable("RenderingLiveSettings", false);
+  EXPECT_EQ(QAVRbaColorProfile::UpdateWorkingColorProfile(), E_FAIL);
+  const auto texture = Texture(55, 55, 55);
+  EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(texture.get()), S_FALSE);
+  QAVSettingRepository::SetAvailable("RenderingLiveSettings", true);
+
+  // A value of another type cannot be read: nothing changes, and it succeeds.
+  ResetProcessState();
+  _scratch.Write("settings/RenderingLiveSettings.settings",
+                 "QAVHostSettings 1\nColorProfileSelectedIndex\tfloat\t1\t2\n");
+  EXPECT_EQ(QAVRbaColorProfile::UpdateWorkingColorProfile(), S_OK);
+  EXPECT_EQ(QAVRbaColorProfile::GetWorkingColorProfile(), nullptr);
+  EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(texture.get()), S_FALSE);
+}
+
+}  // namespace
