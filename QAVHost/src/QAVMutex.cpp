@@ -9,9 +9,7 @@
 namespace {
 std::atomic<bool> creationFails{false};
 
-void ResetMutexCreation() {
-  creationFails = false;
-}
+void ResetMutexCreation() { creationFails = false; }
 QAV_REGISTER_RESET(QAVMutex, ResetMutexCreation);
 }  // namespace
 
@@ -39,6 +37,4 @@ int QAVMutex::UnlockF() {
   return 0;
 }
 
-void QAVMutex::SetCreationFailsForTests(bool fails) {
-  creationFails = fails;
-}
+void QAVMutex::SetCreationFailsForTests(bool fails) { creationFails = fails; }

@@ -37,9 +37,7 @@ QAVRbaLiveLogSingleton* QAVRbaLiveLogSingleton::Get() {
 
 QAVRbaLiveLogSingleton::QAVRbaLiveLogSingleton() : _lock(QAVMutex::Create(0, 1, 0)) {}
 
-QAVRbaLiveLogSingleton::~QAVRbaLiveLogSingleton() {
-  delete _lock;
-}
+QAVRbaLiveLogSingleton::~QAVRbaLiveLogSingleton() { delete _lock; }
 
 QAVRbaLiveLogSingleton::QAVRbaLiveLogSingleton(const QAVRbaLiveLogSingleton& other)
     : _level(other._level.load()), _lock(QAVMutex::Create(0, 1, 0)) {

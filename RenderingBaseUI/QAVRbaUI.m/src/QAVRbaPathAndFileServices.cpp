@@ -12,9 +12,7 @@ namespace {
 
 constexpr const char* kSeparator = "/";
 
-bool Exists(const QAVUnicodeString& path) {
-  return _QAVFileAccess(path, 0, 0) == 0;
-}
+bool Exists(const QAVUnicodeString& path) { return _QAVFileAccess(path, 0, 0) == 0; }
 
 // The graphic directories the searches walk, from the first entry of the list up
 // to but not including the last.

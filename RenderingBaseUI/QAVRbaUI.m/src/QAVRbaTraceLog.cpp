@@ -27,9 +27,7 @@ TraceState& State() {
 }
 [[maybe_unused]] const bool kCreatedAtLoad = (State(), true);
 
-void RestartClock() {
-  State().start = Clock::now();
-}
+void RestartClock() { State().start = Clock::now(); }
 QAV_REGISTER_RESET(QAVRbaTraceLog, RestartClock);
 
 // The threshold from the severity text kept at load; the comparison is made on
