@@ -271,7 +271,7 @@ std::string PlanePath(const QAVRbaLightProfile& p, double right, double left, do
 
 std::string PlotSvg(const QAVRbaLightProfile& p, const std::string& title) {
   constexpr double kWidth = 640;
-  constexpr double kHeight = 760;
+  constexpr double kHeight = 780;
   constexpr double cx = 320;
   constexpr double cy = 370;
   constexpr double radius = 250;
@@ -312,8 +312,10 @@ std::string PlotSvg(const QAVRbaLightProfile& p, const std::string& title) {
   }
   add("</g>");
   add("<g font-size=\"11\" fill=\"#333\">");
+  // Ring labels just inside each ring, right of the upward axis, clear of the
+  // angle labels outside the outer ring.
   for (int k = 1; k <= kRings; ++k)
-    add("<text x=\"" + Fixed(cx + 4) + "\" y=\"" + Fixed(cy - radius * k / kRings - 3) + "\">" +
+    add("<text x=\"" + Fixed(cx + 4) + "\" y=\"" + Fixed(cy - radius * k / kRings + 12) + "\">" +
         CandelaLabel(scaleMax * k / kRings) + "</text>");
   for (int a = 0; a <= 180; a += 30) {
     const double rad = a * M_PI / 180.0;
@@ -347,10 +349,11 @@ std::string PlotSvg(const QAVRbaLightProfile& p, const std::string& title) {
       "\" stroke=\"" + kPlane90 + "\" stroke-width=\"2\" stroke-dasharray=\"7 4\"/>");
   add("<text x=\"108\" y=\"" + Fixed(ly + 26) +
       "\">C90 - C270 plane (right: C90, left: C270)</text>");
-  std::string note = "peak in these planes " + CandelaLabel(std::round(peak * 10) / 10) +
-                     "; symmetry: " + SymmetryText(p.GetHorizontalSymmetry());
-  add("<text x=\"60\" y=\"" + Fixed(ly + 50) + "\" fill=\"#555\">" + Xml(note) + "</text>");
-  add("<text x=\"60\" y=\"" + Fixed(ly + 68) +
+  add("<text x=\"60\" y=\"" + Fixed(ly + 50) + "\" fill=\"#555\">peak in these planes " +
+      CandelaLabel(std::round(peak * 10) / 10) + "</text>");
+  add("<text x=\"60\" y=\"" + Fixed(ly + 68) + "\" fill=\"#555\">symmetry: " +
+      Xml(SymmetryText(p.GetHorizontalSymmetry())) + "</text>");
+  add("<text x=\"60\" y=\"" + Fixed(ly + 86) +
       "\" fill=\"#555\">0\u00b0 is the nadir (straight down), 180\u00b0 the zenith</text>");
   add("</g>");
   add("</svg>");

@@ -14,9 +14,7 @@ constexpr double kNoLight = -360.0;
 
 }  // namespace
 
-bool QAVRbaLightProfile::CompareAngles(double a, double b) {
-  return std::fabs(a - b) < 0.001;
-}
+bool QAVRbaLightProfile::CompareAngles(double a, double b) { return std::fabs(a - b) < 0.001; }
 
 void QAVRbaLightProfile::MapAnglesToStandardRep(double* horizontalAngle, double* verticalAngle) {
   double& h = *horizontalAngle;
@@ -116,24 +114,18 @@ double QAVRbaLightProfile::GetLightProfileValue(double horizontalAngle,
   const std::size_t vCount = _verticalAngles.size();
   const std::size_t hCount = _horizontalAngles.size();
 
+  // The searches stop at the first angle within 0.001 of the input (an exact
+  // match) or above it. With d = angle - input, "|d| < 0.001 or d > 0" is the
+  // single test "d > -0.001" (NaN fails both forms alike), so each step of the
+  // scan costs one comparison.
   std::size_t j = 0;
-  bool vExact = false;
-  for (; j < vCount; ++j) {
-    if (CompareAngles(vAngles[j], v)) {
-      vExact = true;
-      break;
-    }
-    if (v < vAngles[j]) break;
-  }
+  while (j < vCount && !(vAngles[j] - v > -0.001))
+    ++j;
+  const bool vExact = j < vCount && vAngles[j] - v < 0.001;
   std::size_t i = 0;
-  bool hExact = false;
-  for (; i < hCount; ++i) {
-    if (CompareAngles(hAngles[i], h)) {
-      hExact = true;
-      break;
-    }
-    if (h < hAngles[i]) break;
-  }
+  while (i < hCount && !(hAngles[i] - h > -0.001))
+    ++i;
+  const bool hExact = i < hCount && hAngles[i] - h < 0.001;
 
   const double scale = _ballastFactor * _candelaMultiplier;
   const double* const row = _candelaValues.data() + i * vCount;
