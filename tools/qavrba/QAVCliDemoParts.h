@@ -9,4 +9,10 @@
 // Reads the sample light profile of resources/ies and prints a few samples.
 int DemoIes(const std::string& resourcesDir);
 
+// Prints the black-body tints of a few temperatures.
+int DemoBlackbody();
+// Converts a few pixels from an installed working profile to the sRGB screen
+// through the library's colour management, and prints them.
+int DemoColor(const std::string& resourcesDir);
+
 #endif

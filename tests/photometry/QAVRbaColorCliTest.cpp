@@ -1,0 +1,168 @@
+// Runs the built qavrba program: the blackbody and color commands.
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "QAVMMColorProfile.h"
+#include "QAVRef.h"
+#include "QAVTestSupport.h"
+
+namespace fs = std::filesystem;
+using namespace std::string_literals;
+
+namespace {
+
+class ColorCliTest : public qavtest::HostTest {
+ protected:
+  void SetUp() override {
+    qavtest::HostTest::SetUp();
+    _program = fs::path(QAV_BINARY_DIR) / "bin" / "qavrba";
+    if (!fs::exists(_program)) GTEST_SKIP() << "qavrba is not built";
+    // Installed profiles: 1 sRGB, 2 linear sRGB, 3 not a profile; nothing else.
+    const fs::path icc = _scratch.path() / "icc";
+    fs::create_directories(icc);
+    QAVRef<QAVMMColorProfile>::Adopt(QAVMMColorProfile::CreateSRGB())
+        ->SaveToFile(QAVUnicodeString((icc / "1-srgb.icc").string()));
+    QAVRef<QAVMMColorProfile>::Adopt(
+        QAVMMColorProfile::CreateRGB("Linear sRGB", QAVRGBChromaticities::SRGB(), 1.0))
+        ->SaveToFile(QAVUnicodeString((icc / "2-linear.icc").string()));
+    _scratch.Write("icc/3-junk.icc", "junk");
+    _iccPath.emplace("QAVHOST_ICC_PATH", icc.string());
+    _systemPath.emplace("QAVHOST_ICC_SYSTEM_PATH", "");
+  }
+  void TearDown() override {
+    _systemPath.reset();
+    _iccPath.reset();
+    qavtest::HostTest::TearDown();
+  }
+
+  struct Run {
+    int status;
+    std::string out;
+    std::string err;
+  };
+  Run Qavrba(const std::string& arguments) const {
+    const fs::path out = _scratch.path() / "out.txt";
+    const fs::path err = _scratch.path() / "err.txt";
+    const std::string command = "cd '" + _scratch.str() + "' && '" + _program.string() + "' " +
+                                arguments + " >'" + out.string() + "' 2>'" + err.string() + "'";
+    const int raw = std::system(command.c_str());
+    return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, qavtest::ReadFile(out), qavtest::ReadFile(err)};
+  }
+  static bool Has(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+  }
+
+  fs::path _program;
+  std::optional<qavtest::ScopedEnv> _iccPath;
+  std::optional<qavtest::ScopedEnv> _systemPath;
+};
+
+TEST_F(ColorCliTest, BlackbodyTintsAndStrip) {
+  Run run = Qavrba("blackbody 2000 1000 0");
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_TRUE(Has(run.out, "2000 K  1.0000 0.3786 0.0491  #ff610d")) << run.out;
+  // The negative blue is shown and clamped to 00 in hex.
+  EXPECT_TRUE(Has(run.out, "1000 K  1.0000 0.0406 -0.0003  #ff0a00")) << run.out;
+  EXPECT_TRUE(Has(run.out, "0 K (6500 K)  0.9818 1.0000 0.9885  #fafffc")) << run.out;
+
+  for (const char* bad :
+       {"blackbody", "blackbody 12x", "blackbody -- 5", "blackbody -100", "blackbody nan",
+        "blackbody --strip 5000:1000 -o s.svg", "blackbody --strip 0:1000 -o s.svg",
+        "blackbody --strip 1000 -o s.svg", "blackbody --strip 1000:2000"}) {
+    run = Qavrba(bad);
+    EXPECT_EQ(run.status, 2) << bad;
+    EXPECT_FALSE(run.err.empty()) << bad;
+  }
+  EXPECT_FALSE(fs::exists(_scratch.path() / "s.svg"));
+
+  run = Qavrba("blackbody --strip 1000:12000 -o strip.svg");
+  ASSERT_EQ(run.status, 0) << run.err;
+  const std::string svg = qavtest::ReadFile(_scratch.path() / "strip.svg");
+  EXPECT_EQ(svg.rfind("<?xml", 0), 0u);
+  EXPECT_TRUE(Has(svg, "</svg>\n"));
+  EXPECT_TRUE(Has(svg, "fill=\"#ff"));  // the warm end
+  EXPECT_TRUE(Has(svg, ">12000</text>"));
+  EXPECT_EQ(Qavrba("blackbody --strip 1000:2000 -o no/such/dir/s.svg").status, 1);
+}
+
+TEST_F(ColorCliTest, ProfilesAreNumberedAsTheSettingCountsThem) {
+  const Run run = Qavrba("color profiles");
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_TRUE(Has(run.out, "  0  colour management off\n")) << run.out;
+  EXPECT_TRUE(Has(run.out, "  1  sRGB")) << run.out;
+  EXPECT_TRUE(Has(run.out, "  2  Linear sRGB\n     " + _scratch.str() + "/icc/2-linear.icc"))
+      << run.out;
+  EXPECT_TRUE(Has(run.out, "  3  (not a usable RGB profile)")) << run.out;
+}
+
+TEST_F(ColorCliTest, ConvertPpmThroughTheWorkingProfile) {
+  _scratch.Write("in.ppm", "P6\n# linear light\n2 1\n255\n\x00\x37\xff\x80\x80\x80"s);
+  Run run = Qavrba("color convert --to 2 in.ppm out.ppm");
+  ASSERT_EQ(run.status, 0) << run.err;
+  // Linear 55 and 128 shown on an sRGB screen: 128 and 188.
+  EXPECT_EQ(qavtest::ReadFile(_scratch.path() / "out.ppm"),
+            "P6\n2 1\n255\n\x00\x80\xff\xbc\xbc\xbc"s);
+
+  // Off: the pixels are copied as they are.
+  run = Qavrba("color convert --to 0 in.ppm off.ppm");
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(qavtest::ReadFile(_scratch.path() / "off.ppm"),
+            "P6\n2 1\n255\n\x00\x37\xff\x80\x80\x80"s);
+
+  // 16-bit samples, and another screen: sRGB pixels on a linear screen.
+  _scratch.Write("in16.ppm", "P6 1 1 65535\n\x80\x00\xff\xff\x00\x00"s);
+  run = Qavrba("color convert --to 1 --screen 2 in16.ppm out16.ppm");
+  ASSERT_EQ(run.status, 0) << run.err;
+  const std::string out16 = qavtest::ReadFile(_scratch.path() / "out16.ppm");
+  ASSERT_EQ(out16.size(), 19u);  // 13 bytes of header, 3 samples of 2 bytes
+  const int red =
+      (static_cast<unsigned char>(out16[13]) << 8) | static_cast<unsigned char>(out16[14]);
+  EXPECT_NEAR(red, 65535 * 0.21404, 20);  // sRGB 0.5 is linear 0.214
+  EXPECT_EQ(out16.substr(15), "\xff\xff\x00\x00"s);
+}
+
+TEST_F(ColorCliTest, ConvertRefusesBadInput) {
+  _scratch.Write("in.ppm", "P6\n1 1\n255\n\x10\x20\x30"s);
+  const std::pair<std::string, std::string> refused[] = {
+      {"P5\n1 1\n255\n\x00"s, "does not start with \"P6\""},
+      {"P6\n2 2\n255\n\x00\x00\x00"s, "truncated"},
+      {"P6\n2\n"s, "needs a width, a height and a maxval"},
+      {"P6\n0 1\n255\n"s, "at least 1"},
+      {"P6\n1 1\n0\n\x00\x00\x00"s, "maxval must be 1 to 65535"},
+      {"P6\n1 1\n70000\n\x00\x00\x00\x00\x00\x00"s, "maxval must be 1 to 65535"},
+      {"P6\n1 1\n100\n\x00\x00\xff"s, "above the maxval"},
+      {"P6\n1 1\n255"s, "followed by one blank"},
+      {"P6\n99999 99999\n255\n"s, "too large"},
+      {""s, "does not start"},
+  };
+  for (const auto& [content, reason] : refused) {
+    _scratch.Write("bad.ppm", content);
+    const Run run = Qavrba("color convert --to 2 bad.ppm o.ppm");
+    EXPECT_EQ(run.status, 1) << content;
+    EXPECT_TRUE(Has(run.err, reason)) << run.err;
+  }
+  EXPECT_FALSE(fs::exists(_scratch.path() / "o.ppm"));
+
+  Run run = Qavrba("color convert --to 3 in.ppm o.ppm");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_TRUE(Has(run.err, "profile 3 is not a usable RGB ICC profile")) << run.err;
+  run = Qavrba("color convert --to 4 in.ppm o.ppm");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_TRUE(Has(run.err, "there is no profile 4: 3 installed")) << run.err;
+  EXPECT_EQ(Qavrba("color convert --to 1 --screen 3 in.ppm o.ppm").status, 1);
+  EXPECT_EQ(Qavrba("color convert --to 1 missing.ppm o.ppm").status, 1);
+  EXPECT_FALSE(fs::exists(_scratch.path() / "o.ppm"));
+  for (const char* usage :
+       {"color", "color convert in.ppm o.ppm", "color convert --to x in.ppm o.ppm",
+        "color convert --to 1 in.ppm", "color convert --to -1 in.ppm o.ppm", "color profiles extra",
+        "color paint"})
+    EXPECT_EQ(Qavrba(usage).status, 2) << usage;
+}
+
+}  // namespace
