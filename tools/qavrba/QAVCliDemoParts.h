@@ -11,8 +11,9 @@ int DemoIes(const std::string& resourcesDir);
 
 // Prints the black-body tints of a few temperatures.
 int DemoBlackbody();
-// Converts a few pixels from an installed working profile to the sRGB screen
-// through the library's colour management, and prints them.
+// Converts a few grey levels from a linear working profile (made for the demo
+// in a temporary folder) to the sRGB screen through the library's colour
+// management, and prints them.
 int DemoColor(const std::string& resourcesDir);
 
 #endif
