@@ -32,14 +32,15 @@ std::string WriteTable(const std::string& name, int horizontal, double hRange, i
   const fs::path path = fs::temp_directory_path() / ("qav-bench-" + name + ".ies");
   FILE* file = std::fopen(path.c_str(), "w");
   if (!file) return {};
-  std::fprintf(file,
-               "IESNA:LM-63-2002\n[TEST] generated benchmark table\n[MANUFAC] qav\nTILT=NONE\n"
-               "1 -1 1.0 %d %d 1 2 0.1 0.1 0.0\n1.0 1.0 50\n",
-               vertical, horizontal);
+  (void)std::fprintf(
+      file,
+      "IESNA:LM-63-2002\n[TEST] generated benchmark table\n[MANUFAC] qav\nTILT=NONE\n"
+      "1 -1 1.0 %d %d 1 2 0.1 0.1 0.0\n1.0 1.0 50\n",
+      vertical, horizontal);
   auto list = [&](int count, double range) {
     for (int k = 0; k < count; ++k)
-      std::fprintf(file, "%g%c", count > 1 ? range * k / (count - 1) : 0.0,
-                   (k % 10 == 9 || k + 1 == count) ? '\n' : ' ');
+      (void)std::fprintf(file, "%g%c", count > 1 ? range * k / (count - 1) : 0.0,
+                         (k % 10 == 9 || k + 1 == count) ? '\n' : ' ');
   };
   list(vertical, vRange);
   list(horizontal, hRange);
@@ -47,9 +48,9 @@ std::string WriteTable(const std::string& name, int horizontal, double hRange, i
     for (int j = 0; j < vertical; ++j) {
       const double value = 1000.0 * std::pow(std::cos(j * M_PI / (2.0 * vertical)), 1.5) *
                            (1.0 + 0.2 * std::sin(i * 0.1));
-      std::fprintf(file, "%.1f%c", value, (j % 10 == 9 || j + 1 == vertical) ? '\n' : ' ');
+      (void)std::fprintf(file, "%.1f%c", value, (j % 10 == 9 || j + 1 == vertical) ? '\n' : ' ');
     }
-  std::fclose(file);
+  (void)std::fclose(file);
   return path.string();
 }
 
@@ -67,7 +68,7 @@ double ReadAndConvert(const std::string& path, std::size_t* bytes) {
   std::size_t got;
   while ((got = std::fread(chunk, 1, sizeof chunk, file)) > 0)
     text.append(chunk, got);
-  std::fclose(file);
+  (void)std::fclose(file);
   *bytes = text.size();
   double sum = 0.0;
   const char* p = text.c_str();
@@ -94,7 +95,7 @@ void ParseProfile(benchmark::State& state, const std::string& path) {
   const auto size = static_cast<std::int64_t>(fs::file_size(path));
   QAVRbaLightProfile profile;
   const QAVUnicodeString file(path);
-  for (auto _ : state) {
+  for (auto _ : state) {  // NOLINT(clang-analyzer-deadcode.DeadStores)
     if (!profile.ReadIESFile(file)) {
       state.SkipWithError(profile.GetLastError().c_str());
       return;
@@ -111,8 +112,9 @@ void ParseBaseline(benchmark::State& state, const std::string& path) {
     return;
   }
   std::size_t bytes = 0;
-  for (auto _ : state)
+  for (auto _ : state) {  // NOLINT(clang-analyzer-deadcode.DeadStores)
     benchmark::DoNotOptimize(ReadAndConvert(path, &bytes));
+  }
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
 }
 
@@ -146,7 +148,7 @@ void Sample(benchmark::State& state, const std::string& name, int horizontal, do
     state.SkipWithError(profile.GetLastError().c_str());
     return;
   }
-  for (auto _ : state) {
+  for (auto _ : state) {  // NOLINT(clang-analyzer-deadcode.DeadStores)
     double sum = 0.0;
     for (std::size_t k = 0; k < directions.size(); k += 2)
       sum += profile.GetLightProfileValue(directions[k], directions[k + 1]);

@@ -69,9 +69,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
   const double bound =
       largest * std::fabs(profile.GetCandelaMultiplier() * profile.GetBallastFactor()) * (1 + 1e-9);
-  for (double h = -45.0; h <= 405.0; h += 15.0)
-    for (double v = -45.0; v <= 405.0; v += 7.5) {
-      const double value = profile.GetLightProfileValue(h, v);
+  for (int a = 0; a <= 30; ++a)
+    for (int b = 0; b <= 60; ++b) {
+      const double value = profile.GetLightProfileValue(-45.0 + 15.0 * a, -45.0 + 7.5 * b);
       if (finite && ascending) Check(std::fabs(value) <= bound);
     }
   QAVRbaLightProfile copy(profile);

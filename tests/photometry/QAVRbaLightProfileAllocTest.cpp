@@ -50,7 +50,7 @@ TEST(LightProfileAllocationTest, SamplingAllocatesNothing) {
 
   std::mt19937 random(12345);
   std::uniform_real_distribution<double> angle(-400.0, 800.0);
-  std::vector<double> directions(2 * 50000);
+  std::vector<double> directions(std::size_t{2} * 50000);
   for (double& d : directions)
     d = angle(random);
 

@@ -100,8 +100,10 @@ TEST(LightProfileCorpusTest, EveryFileReadsAsDecidedAndSamplesSafely) {
                          std::fabs(profile.GetCandelaMultiplier() * profile.GetBallastFactor()) *
                          (1 + 1e-12);
     int lit = 0;
-    for (double h = -30; h <= 390; h += 2.5)
-      for (double v = -30; v <= 390; v += 2.5) {
+    for (int a = 0; a <= 168; ++a)
+      for (int b = 0; b <= 168; ++b) {
+        const double h = -30.0 + 2.5 * a;
+        const double v = -30.0 + 2.5 * b;
         const double value = profile.GetLightProfileValue(h, v);
         ASSERT_TRUE(std::isfinite(value)) << name << " at " << h << " " << v;
         ASSERT_LE(std::fabs(value), bound) << name << " at " << h << " " << v;

@@ -2,10 +2,11 @@
 // rules, the number conversions, what a failed read leaves, copies and re-reads.
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <clocale>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -241,8 +242,7 @@ TEST_F(LightProfileReaderTest, NumbersConvertExactlyAsScanfDoes) {
                                            "-inf",
                                            "nan",
                                            "+-1",
-                                           "\xb1"
-                                           "5",
+                                           "\2615",
                                            "7\r"};
   std::string text =
       "TILT=NONE\n1 1000 1.0 " + std::to_string(tokens.size()) + " 1 1 2 0 0 0\n1.0 1.0 10\n";
@@ -268,13 +268,11 @@ TEST_F(LightProfileReaderTest, NumbersConvertExactlyAsScanfDoes) {
     if (std::isnan(expected))
       EXPECT_TRUE(std::isnan(got)) << convertible[k];
     else
-      EXPECT_EQ(std::memcmp(&got, &expected, sizeof got), 0)
+      EXPECT_EQ(std::bit_cast<std::uint64_t>(got), std::bit_cast<std::uint64_t>(expected))
           << "token '" << convertible[k] << "': " << got << " instead of " << expected;
   }
   // Tokens that do not convert at all fail the read.
-  for (const char* bad : {"+-1", ".", "e5", "-",
-                          "\xb1"
-                          "5"}) {
+  for (const char* bad : {"+-1", ".", "e5", "-", "\2615"}) {
     EXPECT_FALSE(ReadText("TILT=NONE\n1 1000 " + std::string(bad) + " 0 0 1 2 0 0 0 1 1 1\n"))
         << bad;
   }
@@ -300,7 +298,7 @@ TEST_F(LightProfileReaderTest, NumericLocaleIsCDuringTheReadAndRestoredAfter) {
   const std::string active = std::setlocale(LC_NUMERIC, nullptr);
   const bool read = ReadText("TILT=NONE\n1 1000 0.5x 1 1 1 2 0 0 0\n1.0 1.0 10\n0\n0\n1,5\n");
   const std::string after = std::setlocale(LC_NUMERIC, nullptr);
-  std::setlocale(LC_NUMERIC, original.c_str());
+  (void)std::setlocale(LC_NUMERIC, original.c_str());
   ASSERT_TRUE(read) << Error(_profile);
   EXPECT_EQ(after, active);
   EXPECT_EQ(_profile.GetCandelaMultiplier(), 0.5);

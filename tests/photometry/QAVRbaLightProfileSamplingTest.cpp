@@ -62,8 +62,10 @@ TEST_F(LightProfileSamplingTest, QuadrantProfileMirrorsIntoTheFirstQuadrant) {
   EXPECT_DOUBLE_EQ(At(44.9, 30), 210.0 - 100.0 * 0.1 / 45);
   EXPECT_EQ(At(0, 95), 0.0);
   // The fold makes the four quadrants identical.
-  for (double h = 0; h <= 90; h += 7.5)
-    for (double v = 0; v <= 90; v += 5) {
+  for (int a = 0; a <= 12; ++a)
+    for (int b = 0; b <= 18; ++b) {
+      const double h = 7.5 * a;
+      const double v = 5.0 * b;
       const double value = At(h, v);
       EXPECT_EQ(At(180 - h, v), value) << h << " " << v;
       EXPECT_EQ(At(180 + h, v), value) << h << " " << v;
@@ -82,9 +84,12 @@ TEST_F(LightProfileSamplingTest, BilateralProfileMirrorsAboutTheZeroPlane) {
   EXPECT_EQ(At(10, 200), At(170, 160));
   EXPECT_NEAR(At(10, 200), 100.0 * (170.0 / 45 + 1) + 160.0 / 45, 1e-9);
   EXPECT_EQ(At(0, 180), 104.0);
-  for (double h = 0; h <= 180; h += 11.25)
-    for (double v = 0; v <= 180; v += 7.5)
+  for (int a = 0; a <= 16; ++a)
+    for (int b = 0; b <= 24; ++b) {
+      const double h = 11.25 * a;
+      const double v = 7.5 * b;
       EXPECT_EQ(At(360 - h, v), At(h, v)) << h << " " << v;
+    }
 }
 
 TEST_F(LightProfileSamplingTest, FullProfileHasNoWrapAround) {

@@ -226,7 +226,7 @@ std::string Xml(const std::string& text) {
 
 std::string Fixed(double value, int decimals = 1) {
   char text[64];
-  std::snprintf(text, sizeof text, "%.*f", decimals, value);
+  (void)std::snprintf(text, sizeof text, "%.*f", decimals, value);
   return text;
 }
 
@@ -242,9 +242,9 @@ double NiceCeiling(double value) {
 std::string CandelaLabel(double value) {
   char text[64];
   if (value >= 10000.0)
-    std::snprintf(text, sizeof text, "%.0f", value);
+    (void)std::snprintf(text, sizeof text, "%.0f", value);
   else
-    std::snprintf(text, sizeof text, "%g", value);
+    (void)std::snprintf(text, sizeof text, "%g", value);
   return std::string(text) + " cd";
 }
 
@@ -351,8 +351,8 @@ std::string PlotSvg(const QAVRbaLightProfile& p, const std::string& title) {
       "\">C90 - C270 plane (right: C90, left: C270)</text>");
   add("<text x=\"60\" y=\"" + Fixed(ly + 50) + "\" fill=\"#555\">peak in these planes " +
       CandelaLabel(std::round(peak * 10) / 10) + "</text>");
-  add("<text x=\"60\" y=\"" + Fixed(ly + 68) + "\" fill=\"#555\">symmetry: " +
-      Xml(SymmetryText(p.GetHorizontalSymmetry())) + "</text>");
+  add("<text x=\"60\" y=\"" + Fixed(ly + 68) +
+      "\" fill=\"#555\">symmetry: " + Xml(SymmetryText(p.GetHorizontalSymmetry())) + "</text>");
   add("<text x=\"60\" y=\"" + Fixed(ly + 86) +
       "\" fill=\"#555\">0\u00b0 is the nadir (straight down), 180\u00b0 the zenith</text>");
   add("</g>");

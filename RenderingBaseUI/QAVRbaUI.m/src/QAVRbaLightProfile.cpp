@@ -143,7 +143,7 @@ std::string Quote(std::string_view token) {
     const auto byte = static_cast<unsigned char>(c);
     if (byte < 0x20 || byte >= 0x7F) {
       char escaped[8];
-      std::snprintf(escaped, sizeof escaped, "\\x%02X", byte);
+      (void)std::snprintf(escaped, sizeof escaped, "\\x%02X", byte);
       text += escaped;
     } else {
       text += c;
@@ -562,10 +562,10 @@ bool QAVRbaLightProfile::ReadIESFile(const QAVUnicodeString& path) {
   // locale; the user's setting is put back afterwards.
   const char* current = std::setlocale(LC_NUMERIC, nullptr);
   const std::string saved = current ? current : "";
-  std::setlocale(LC_NUMERIC, "C");
+  (void)std::setlocale(LC_NUMERIC, "C");
   const bool parsed = ParseIESFile(file);
-  if (!saved.empty()) std::setlocale(LC_NUMERIC, saved.c_str());
-  std::fclose(file);
+  if (!saved.empty()) (void)std::setlocale(LC_NUMERIC, saved.c_str());
+  (void)std::fclose(file);  // read only: nothing to flush
   return parsed;
 }
 
