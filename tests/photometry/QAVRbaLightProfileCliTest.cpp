@@ -45,6 +45,13 @@ bool Has(const std::string& text, const std::string& part) {
   return text.find(part) != std::string::npos;
 }
 
+std::size_t Count(const std::string& text, const std::string& part) {
+  std::size_t n = 0;
+  for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+    ++n;
+  return n;
+}
+
 TEST_F(LightProfileCliTest, InfoAndRejectedFiles) {
   Run run = Ies("info " + Data("tilt_include.ies"));
   ASSERT_EQ(run.status, 0) << run.err;
@@ -83,27 +90,16 @@ TEST_F(LightProfileCliTest, PlotWritesAPolarDiagram) {
   ASSERT_EQ(run.status, 0) << run.err;
   const std::string text = qavtest::ReadFile(svg);
   EXPECT_EQ(text.rfind("<?xml", 0), 0u);
-  EXPECT_TRUE(Has(text, "<svg xmlns=\"http://www.w3.org/2000/svg\""));
   EXPECT_TRUE(Has(text, ">sym_h180_bilateral.ies</text>"));
   EXPECT_TRUE(Has(text, "C0 - C180 plane"));
-  EXPECT_TRUE(Has(text, "C90 - C270 plane"));
   EXPECT_TRUE(Has(text, "stroke-dasharray"));
   // Peak 504 cd: the scale ends on 1000 cd in rings of 200.
   EXPECT_TRUE(Has(text, ">200 cd</text>"));
   EXPECT_TRUE(Has(text, ">1000 cd</text>"));
   EXPECT_TRUE(Has(text, "</svg>"));
-  // Two curves of 2 x 361 points each.
-  std::size_t paths = 0;
-  for (std::size_t at = text.find("<path d=\"M"); at != std::string::npos;
-       at = text.find("<path d=\"M", at + 1)) {
-    ++paths;
-    const std::string d = text.substr(at, text.find('"', at + 9) - at);
-    std::size_t points = 1;
-    for (std::size_t l = d.find(" L"); l != std::string::npos; l = d.find(" L", l + 1))
-      ++points;
-    EXPECT_EQ(points, 722u);
-  }
-  EXPECT_EQ(paths, 2u);
+  // Two curves of 2 x 361 points each: a move and 721 line segments.
+  EXPECT_EQ(Count(text, "<path d=\"M"), 2u);
+  EXPECT_EQ(Count(text, " L"), 2u * 721);
   EXPECT_EQ(Ies("plot " + Data("sym_h0_v90.ies")).status, 2);
 }
 

@@ -141,10 +141,6 @@ TEST(LightProfileCorpusTest, ValuesOfSelectedFiles) {
   EXPECT_EQ(p.GetLightProfileValue(123, 22.5), 900.0);
   EXPECT_EQ(p.GetLightProfileValue(0, 11.25), 950.0);
 
-  // Four-digit exponents convert.
-  ASSERT_TRUE(read("blc_bad_header_exponent_crlf.ies")) << p.GetLastError().str();
-  EXPECT_EQ(p.GetCandelaValue(0, 0), 1.45681429292695E+0010);
-
   // The malformed angle lists: 47 times 25 then 47 times 205 on one line, then
   // 205.0. The vertical angles are the 25s, the one horizontal angle is the
   // first 205, the candela row the other 46 and the 205.0 of the next line.
@@ -158,10 +154,6 @@ TEST(LightProfileCorpusTest, ValuesOfSelectedFiles) {
   // Type B with vertical -90..90 stored negated: a backwards range, no light.
   ASSERT_TRUE(read("mdl_typeB_tiny_2x5_crlf.ies")) << p.GetLastError().str();
   EXPECT_EQ(p.GetVerticalAngles(), (std::vector<double>{90.0, -90.0}));
-  EXPECT_EQ(p.GetLightProfileValue(0, 0), 0.0);
-
-  // H 0..345: no symmetry case applies.
-  ASSERT_TRUE(read("threejs_bega_1995_19x24_h0-345.ies")) << p.GetLastError().str();
   EXPECT_EQ(p.GetLightProfileValue(0, 0), 0.0);
 
   // The Ctrl-Z after the data is never reached; the multiplier is 2.2.

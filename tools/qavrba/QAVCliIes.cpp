@@ -405,10 +405,18 @@ int DemoIes(const std::string& resourcesDir) {
               std::filesystem::path(path).filename().c_str(), p.GetNumberOfHorizontalAngles(),
               p.GetNumberOfVerticalAngles(), SymmetryText(p.GetHorizontalSymmetry()),
               Num(p.GetLightProfileValue(0.0, 0.0)).c_str());
-  const double directions[][2] = {{0, 30}, {90, 30}, {45, 32.5}, {135, 30}, {0, 95}};
+  const struct {
+    double h;
+    double v;
+    const char* note;
+  } directions[] = {{0, 30, "in the C0 plane"},
+                    {90, 30, "in the C90 plane: the beam is narrower across"},
+                    {45, 32.5, "between planes and angles: interpolated"},
+                    {135, 30, "mirrored onto C45 by the quadrant symmetry"},
+                    {0, 95, "above the horizontal: no light"}};
   for (const auto& d : directions)
-    std::printf("  H %-5s V %-5s -> %s cd\n", Num(d[0]).c_str(), Num(d[1]).c_str(),
-                Num(p.GetLightProfileValue(d[0], d[1])).c_str());
+    std::printf("  H %-5s V %-5s -> %8.1f cd  (%s)\n", Num(d.h).c_str(), Num(d.v).c_str(),
+                p.GetLightProfileValue(d.h, d.v), d.note);
   return 0;
 }
 
