@@ -14,6 +14,7 @@
 
 #include "QAVCallbackManager.h"
 #include "QAVCli.h"
+#include "QAVCliDemoParts.h"
 #include "QAVFrmLayout.h"
 #include "QAVFrmWindow.h"
 #include "QAVListValQAVUnicodeString.h"
@@ -160,8 +161,16 @@ int RunDemo(const qavcli::Args& args) {
   TourEvents();
   TourFiles();
   TourLogs();
-  std::printf("\nDone.\n");
-  return 0;
+
+  int status = 0;
+  Section("IES light profile");
+  status |= DemoIes(resources);
+  Section("Black-body colour");
+  status |= DemoBlackbody();
+  Section("Colour management");
+  status |= DemoColor(resources);
+  std::printf(status == 0 ? "\nDone.\n" : "\nDone, with errors (see above).\n");
+  return status == 0 ? 0 : 1;
 }
 
 }  // namespace
