@@ -229,6 +229,11 @@ TEST_F(LightProfileReaderTest, NumbersConvertExactlyAsScanfDoes) {
   for (const char* bad : {"+-1", ".", "e5", "-", "\2615"})
     EXPECT_FALSE(ReadText("TILT=NONE\n1 1000 " + std::string(bad) + " 0 0 1 2 0 0 0 1 1 1\n"))
         << bad;
+  // "%d" beyond the range of int gives what sscanf gives.
+  int wrapped = 0;
+  ASSERT_EQ(std::sscanf("4294967297", "%d", &wrapped), 1);  // NOLINT(cert-err34-c)
+  ASSERT_TRUE(ReadText("TILT=NONE\n4294967297 1 1 0 0 1 2 0 0 0 1 1 1\n")) << Error();
+  EXPECT_EQ(_profile.GetNumberOfLamps(), wrapped);
   // "%d": signs, leading zeros and the integer part of what follows.
   ASSERT_TRUE(ReadText("TILT=NONE\n+007 1000 1.0 2x 1.9 1 2 0 0 0 1 1 1\n0 90\n0\n1 2\n"))
       << Error();

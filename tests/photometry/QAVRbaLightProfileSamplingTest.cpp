@@ -44,9 +44,10 @@ TEST_F(LightProfileSamplingTest, RotationalProfile) {
   EXPECT_EQ(At(0, 95), 0.0);        // V range 90: nothing above 90 degrees
   EXPECT_EQ(At(0, 90.0004), 0.0);   // cut before any tolerance applies
   EXPECT_EQ(At(0, 9.9996), 900.0);  // within 0.001 of 10: that angle, exactly
-  EXPECT_EQ(At(0, -10), 900.0);     // v = 350 -> the opposite azimuth at 10
-  EXPECT_EQ(At(10, 200), 0.0);      // h 190, v 160, above 90
-  EXPECT_EQ(At(10, 560), 0.0);      // 560 - 360 = 200, the same direction
+  EXPECT_EQ(At(0, 10.0004), 900.0);
+  EXPECT_EQ(At(0, -10), 900.0);  // v = 350 -> the opposite azimuth at 10
+  EXPECT_EQ(At(10, 200), 0.0);   // h 190, v 160, above 90
+  EXPECT_EQ(At(10, 560), 0.0);   // 560 - 360 = 200, the same direction
   EXPECT_EQ(At(0, 360 + 30), 700.0);
 }
 
@@ -150,6 +151,12 @@ TEST_F(LightProfileSamplingTest, OutsideTheTableAndScaling) {
   EXPECT_EQ(At(0, 90), 7.0);
   EXPECT_EQ(At(0, 100), 0.0);
   EXPECT_EQ(At(0, 45), 0.0);
+  // H 10..100 (range 90): azimuths folded below 10 are outside the table.
+  LoadText("TILT=NONE\n1 1000 1.0 2 2 1 2 0 0 0\n1.0 1.0 10\n0 90\n10 100\n10 20\n30 40\n");
+  EXPECT_EQ(At(5, 0), 0.0);
+  EXPECT_EQ(At(175, 0), 0.0);  // mirrored to 5
+  EXPECT_EQ(At(10, 0), 10.0);
+  EXPECT_EQ(At(95, 0), 10.0 * 15 / 90 + 30.0 * 75 / 90);  // folded to 85
   // A candela multiplier of 2 and a ballast factor of 0.5 give the raw values.
   Load("tilt_include.ies");
   EXPECT_EQ(At(0, 0), 100.0);
