@@ -182,6 +182,9 @@ TEST_F(ColorManagementTest, UnusableChoicesKeepThePreviousProfile) {
   ASSERT_EQ(QAVRbaColorProfile::UpdateWorkingColorProfile(), S_OK);
   QAVMMColorProfile* linear = QAVRbaColorProfile::GetWorkingColorProfile();
   ASSERT_NE(linear, nullptr);
+  // The same choice again keeps the profile already made.
+  ASSERT_EQ(QAVRbaColorProfile::UpdateWorkingColorProfile(), S_OK);
+  EXPECT_EQ(QAVRbaColorProfile::GetWorkingColorProfile(), linear);
 
   // The listing is made once: a profile installed later and a profile removed
   // later are not noticed.
