@@ -6,7 +6,6 @@
 
 #include "QAVFrmWindow.h"
 #include "QAVMMColorProfile.h"
-#include "QAVNotificationDialog.h"
 #include "QAVRbaImageServices.h"
 #include "QAVRef.h"
 #include "QAVTestSupport.h"
@@ -168,32 +167,6 @@ TEST_F(ColorProfileTest, ScreenProfilesOfWindows) {
   const ProfileRef back =
       ProfileRef::Adopt(QAVRbaImageServices::GetScreenProfile(window->GetNativeHandle()));
   EXPECT_TRUE(back->IsSameProfile(srgb.get()));
-}
-
-TEST_F(ColorProfileTest, NotificationsAreRecorded) {
-  QAVFrmWindow* document = QAVNotificationDialog::GetApplicationDocument();
-  ASSERT_NE(document, nullptr);
-  EXPECT_EQ(document, QAVNotificationDialog::GetApplicationDocument());
-  {
-    const auto dialog = QAVMakeRef<QAVNotificationDialog>(document, "notifFurtifMsg", 3);
-    dialog->SetText("first");
-    dialog->Show();
-    dialog->SetText("second");
-    dialog->Show();
-  }
-  const auto orphan = QAVMakeRef<QAVNotificationDialog>();
-  orphan->Show();
-
-  const auto shown = QAVNotificationDialog::GetShownMessages();
-  ASSERT_EQ(shown.size(), 3u);
-  EXPECT_EQ(shown[0].dialogName, "notifFurtifMsg");
-  EXPECT_EQ(shown[0].parentName, "ApplicationDocument");
-  EXPECT_EQ(shown[0].text, "first");
-  EXPECT_EQ(shown[0].style, 3);
-  EXPECT_EQ(shown[1].text, "second");
-  EXPECT_EQ(shown[2].parentName, "");
-  QAVNotificationDialog::ClearShownMessages();
-  EXPECT_TRUE(QAVNotificationDialog::GetShownMessages().empty());
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cmath>
 #include <thread>
 #include <vector>
 
@@ -69,20 +68,6 @@ TEST(BlackbodyColorTest, ZeroMeans6500AndExtremesAreLeftAsComputed) {
   EXPECT_EQ(cold.b, 0.0f);
 }
 
-TEST(BlackbodyColorTest, TintGetsBluerAsTheTemperatureRises) {
-  float previousRatio = -1.0f;
-  for (const float kelvin : {1000.0f, 1500.0f, 2500.0f, 4000.0f, 5500.0f, 6500.0f, 8000.0f,
-                             12000.0f, 20000.0f, 40000.0f}) {
-    SCOPED_TRACE(kelvin);
-    const Rgb c = Blackbody(kelvin);
-    EXPECT_EQ(std::max(c.b, std::max(c.r, c.g)), 1.0f);
-    EXPECT_TRUE(std::isfinite(c.r) && std::isfinite(c.g) && std::isfinite(c.b));
-    const float ratio = c.b / c.r;
-    EXPECT_GT(ratio, previousRatio);
-    previousRatio = ratio;
-  }
-}
-
 TEST(CIEColorimetricObserverTest, GridValuesMatchTheStandardObserver) {
   struct Row {
     float nm, x, y, z;
@@ -116,32 +101,6 @@ TEST(CIEColorimetricObserverTest, GridValuesMatchTheStandardObserver) {
   EXPECT_NEAR(sums[0], 10.683642, 1e-4);
   EXPECT_NEAR(sums[1], 10.685779, 1e-4);
   EXPECT_NEAR(sums[2], 10.676900, 1e-4);
-}
-
-// Chromaticities of black bodies computed from the table land on the published
-// Planckian locus: an independent check of the whole table's shape.
-TEST(CIEColorimetricObserverTest, PlanckianLocusChromaticities) {
-  struct Point {
-    double kelvin, x, y;
-  };
-  const Point locus[] = {
-      {2000.0, 0.5267, 0.4133},
-      {3000.0, 0.4369, 0.4041},
-      {6500.0, 0.3135, 0.3237},
-      {10000.0, 0.2807, 0.2884},
-  };
-  for (const Point& p : locus) {
-    double X = 0.0, Y = 0.0, Z = 0.0;
-    for (int nm = 380; nm <= 780; nm += 10) {
-      const double planck = 1.0 / (std::pow(nm, 5.0) * std::expm1(1.4388e7 / (nm * p.kelvin)));
-      X += planck * CIEColorimetricObserver('x', static_cast<float>(nm));
-      Y += planck * CIEColorimetricObserver('y', static_cast<float>(nm));
-      Z += planck * CIEColorimetricObserver('z', static_cast<float>(nm));
-    }
-    // 10 nm sampling moves the locus by a few 1e-4 at most.
-    EXPECT_NEAR(X / (X + Y + Z), p.x, 5e-4) << p.kelvin;
-    EXPECT_NEAR(Y / (X + Y + Z), p.y, 5e-4) << p.kelvin;
-  }
 }
 
 TEST(CIEColorimetricObserverTest, InterpolationWeightsAreReversed) {

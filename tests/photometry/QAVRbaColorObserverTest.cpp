@@ -154,22 +154,6 @@ TEST_F(ScreenProfileObserverTest, RefusedProfileIsReported) {
   EXPECT_TRUE(Shown().empty());
 }
 
-TEST_F(ScreenProfileObserverTest, BuiltInTextsWithoutTheCatalog) {
-  _resources.emplace("QAVHOST_RESOURCE_PATH", _scratch.str());
-  ResetProcessState();
-  QAVFrmLayout::SetCurrentLayout(_layout.get());
-  CreateObserver();
-  _result = E_FAIL;
-  _observer->updateProfile();
-  const std::vector<std::string> shown = Shown();
-  ASSERT_EQ(shown.size(), 1u);
-  EXPECT_FALSE(shown[0].empty());
-  _observer.reset();
-  _resources.emplace("QAVHOST_RESOURCE_PATH", QAV_RESOURCES_DIR);
-  ResetProcessState();  // forgets that the catalog was missing
-  EXPECT_NE(shown[0], CatalogText("WrongProfileMessage"));
-}
-
 TEST_F(ScreenProfileObserverTest, WithoutRepositoryUpdateIsFatal) {
   QAVSettingRepository::SetAvailable("RenderingOptionsSettings", false);
   CreateObserver();

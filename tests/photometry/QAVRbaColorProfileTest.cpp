@@ -229,33 +229,23 @@ TEST_F(ColorManagementTest, TexturesOfOtherLayoutsFail) {
   EXPECT_EQ(grey->GetPixels()[0], 55);
 }
 
-TEST_F(ColorManagementTest, MissingProfilesLeavePixelsAsTheyAre) {
-  // No screen profile yet: nothing to convert to.
-  SelectProfile(2);
-  const auto texture = Texture(55, 55, 55);
-  EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(texture.get()), S_OK);
-  EXPECT_EQ(texture->GetPixels()[0], 55);
-
-  EXPECT_EQ(QAVRbaColorProfile::UpdateScreenColorProfile(nullptr), E_FAIL);
-  // A viewer shown in no window has no screen.
-  const auto alone = QAVMakeRef<QAV3DViewer>("alone");
-  EXPECT_EQ(QAVRbaColorProfile::UpdateScreenColorProfile(alone.get()), S_OK);
-  EXPECT_EQ(QAVRbaColorProfile::GetScreenColorProfile(), nullptr);
-}
-
 TEST_F(ColorManagementTest, ScreenProfileFollowsTheViewersWindow) {
+  // No screen profile yet: nothing to convert to, the pixels stay.
+  SelectProfile(1);
+  auto texture = Texture(128, 128, 128);
+  EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(texture.get()), S_OK);
+  EXPECT_EQ(texture->GetPixels()[0], 128);
+  EXPECT_EQ(QAVRbaColorProfile::UpdateScreenColorProfile(nullptr), E_FAIL);
+
+  // sRGB working pixels shown on a linear screen.
   const ProfileRef linear = Linear();
   UseScreen(linear.get());
   EXPECT_EQ(QAVRbaColorProfile::GetScreenColorProfile(), linear.get());
   EXPECT_EQ(linear->GetRefCount(), 3u);  // ours, the window's, the screen's
-
-  // sRGB working pixels shown on a linear screen.
-  SelectProfile(1);
-  const auto texture = Texture(128, 128, 128);
   EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(texture.get()), S_OK);
   EXPECT_NEAR(texture->GetPixels()[0], 55, 1);
 
-  // Another window's screen: the previous screen profile is released.
+  // Another window's screen (sRGB): the previous screen profile is released.
   const auto window = QAVMakeRef<QAVFrmWindow>("other");
   const auto viewer = QAVMakeRef<QAV3DViewer>("v2");
   window->SetViewer(viewer.get());
@@ -264,6 +254,11 @@ TEST_F(ColorManagementTest, ScreenProfileFollowsTheViewersWindow) {
   ASSERT_NE(QAVRbaColorProfile::GetScreenColorProfile(), nullptr);
   EXPECT_TRUE(QAVRbaColorProfile::GetScreenColorProfile()->IsSameProfile(
       ProfileRef::Adopt(QAVMMColorProfile::CreateSRGB()).get()));
+
+  // A viewer shown in no window has no screen.
+  const auto alone = QAVMakeRef<QAV3DViewer>("alone");
+  EXPECT_EQ(QAVRbaColorProfile::UpdateScreenColorProfile(alone.get()), S_OK);
+  EXPECT_EQ(QAVRbaColorProfile::GetScreenColorProfile(), nullptr);
 }
 
 TEST_F(ColorManagementTest, UnreadableSetting) {
