@@ -97,7 +97,12 @@ bool LooksInteger(std::string_view text) {
 }
 
 std::string Quote(std::string_view text) {
-  return "\"" + std::string(text) + "\"";
+  std::string quoted;
+  quoted.reserve(text.size() + 2);
+  quoted.push_back('"');
+  quoted.append(text);
+  quoted.push_back('"');
+  return quoted;
 }
 
 }  // namespace
