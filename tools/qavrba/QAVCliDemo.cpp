@@ -176,5 +176,5 @@ int RunDemo(const qavcli::Args& args) {
 }  // namespace
 
 QAV_CLI_COMMAND("demo",
-                "  qavrba demo                        a short tour on the shipped resources",
+                "  qavrba demo                          a short tour on the shipped resources",
                 RunDemo);
