@@ -33,17 +33,6 @@ class CountingCmd : public QAVCommand {
   static inline int activations = 0;
 };
 
-// A one-shot command: ends itself when activated, as the modules' commands do.
-class OneShotCmd : public QAVCommand {
-  QAV_DECLARE_CLASS
- public:
-  OneShotCmd() : QAVCommand(nullptr, "OneShot", 1) {}
-  int Activate(QAVCommand* /*from*/, QAVNotification* /*notification*/) override {
-    RequestDelayedDestruction();
-    return 0;
-  }
-};
-
 // A parent that ends a child when it is destroyed itself.
 class ParentCmd : public QAVCommand {
   QAV_DECLARE_CLASS
@@ -53,18 +42,14 @@ class ParentCmd : public QAVCommand {
   CountingCmd* child;
 };
 
-QAVCommand* CreateFromDictionary() {
-  return new CountingCmd("FromDictionary");
-}
+QAVCommand* CreateFromDictionary() { return new CountingCmd("FromDictionary"); }
 
 }  // namespace commandtest
 
 using commandtest::CountingCmd;
-using commandtest::OneShotCmd;
 using commandtest::ParentCmd;
 
 QAV_IMPLEMENT_CLASS(CountingCmd, QAVCommand, "TestFramework");
-QAV_IMPLEMENT_CLASS(OneShotCmd, QAVCommand, "TestFramework");
 QAV_IMPLEMENT_CLASS(ParentCmd, QAVCommand, "TestFramework");
 
 class QAVCommandTest : public qavtest::HostTest {
@@ -79,46 +64,37 @@ class QAVCommandTest : public qavtest::HostTest {
 
 TEST_F(QAVCommandTest, DelayedDestructionHappensAtTheNextProcessingOnly) {
   auto* command = new CountingCmd("First");
-  EXPECT_EQ(command->GetRefCount(), 1u);
   EXPECT_EQ(App()->FindCommand("First"), command);
   App()->ProcessPendingWork();
   EXPECT_EQ(CountingCmd::alive, 1) << "the host keeps a command until it asks to end";
-
   command->RequestDelayedDestruction();
   command->RequestDelayedDestruction();  // a second request changes nothing
-  EXPECT_TRUE(command->IsDestructionRequested());
   EXPECT_EQ(CountingCmd::alive, 1);
   EXPECT_EQ(App()->GetPendingDestructionCount(), 1);
-  EXPECT_EQ(App()->GetDestroyedCount(), 0);
-
   EXPECT_EQ(App()->ProcessPendingWork(), 1);
   EXPECT_EQ(CountingCmd::alive, 0);
-  EXPECT_EQ(App()->GetDestroyedCommandNames(), std::vector<std::string>{"First"});
   EXPECT_EQ(App()->FindCommand("First"), nullptr);
   EXPECT_EQ(App()->ProcessPendingWork(), 0);
-  EXPECT_EQ(App()->GetDestroyedCount(), 1);
-}
 
-TEST_F(QAVCommandTest, OtherHoldersKeepTheCommandAndDestructorsMayEndMore) {
-  auto* command = new CountingCmd("Shared");
+  // Another holder keeps the command: only the host's reference goes.
+  auto* shared = new CountingCmd("Shared");
   {
-    QAVRef<QAVCommand> kept(command);
-    command->RequestDelayedDestruction();
+    QAVRef<QAVCommand> kept(shared);
+    shared->RequestDelayedDestruction();
     App()->ProcessPendingWork();
-    EXPECT_EQ(CountingCmd::alive, 1) << "only the host's reference goes";
-    EXPECT_EQ(command->GetRefCount(), 1u);
+    EXPECT_EQ(CountingCmd::alive, 1);
+    EXPECT_EQ(shared->GetRefCount(), 1u);
   }
   EXPECT_EQ(CountingCmd::alive, 0);
 
   // A destruction requested by a destructor while pending work runs is done in
   // the same pass.
   auto* parent = new ParentCmd;
-  EXPECT_EQ(CountingCmd::alive, 1);
   parent->RequestDelayedDestruction();
   EXPECT_EQ(App()->ProcessPendingWork(), 2);
   EXPECT_EQ(CountingCmd::alive, 0);
   EXPECT_EQ(App()->GetDestroyedCommandNames(),
-            (std::vector<std::string>{"Shared", "Parent", "Child"}));
+            (std::vector<std::string>{"First", "Shared", "Parent", "Child"}));
 }
 
 TEST_F(QAVCommandTest, CancelEndsTheCommandAndResetReleasesWhatTheHostKeeps) {
@@ -130,8 +106,6 @@ TEST_F(QAVCommandTest, CancelEndsTheCommandAndResetReleasesWhatTheHostKeeps) {
   auto* copy = new CountingCmd(*forgotten);
   EXPECT_NE(copy->GetCallbackManager(), forgotten->GetCallbackManager());
   EXPECT_EQ(App()->GetCommandCount(), 3);
-  EXPECT_EQ(copy->GetName(), "Forgotten");
-  EXPECT_EQ(CountingCmd::alive, 3);
   ResetProcessState();
   EXPECT_EQ(CountingCmd::alive, 0);
   EXPECT_EQ(App()->GetCommandCount(), 0);
@@ -167,7 +141,6 @@ TEST_F(QAVCommandTest, IdleSubscribersRunAfterDestructionsUntilRemoved) {
   EXPECT_EQ(App()->Subscribe(QAVApplication::Idle, a, &log, nullptr), E_INVALIDARG);
   ASSERT_EQ(App()->Subscribe(QAVApplication::Idle, a, &log, RecordAndUnsubscribe), S_OK);
   ASSERT_EQ(App()->Subscribe(QAVApplication::Idle, b, &log, RecordIdle), S_OK);
-  EXPECT_TRUE(App()->IsSubscribed(QAVApplication::Idle, a));
   EXPECT_TRUE(log.calls.empty()) << "nothing runs before the loop's idle moment";
 
   // a removes b and itself and adds a new subscriber: b is skipped, the new one
@@ -176,7 +149,6 @@ TEST_F(QAVCommandTest, IdleSubscribersRunAfterDestructionsUntilRemoved) {
   EXPECT_EQ(App()->ProcessPendingWork(), 1);
   EXPECT_EQ(log.calls, std::vector<std::string>{"A:2"});
   EXPECT_FALSE(App()->IsSubscribed(QAVApplication::Idle, a));
-  EXPECT_EQ(App()->GetSubscriptionCount(QAVApplication::Idle), 1);
   App()->ProcessPendingWork();
   App()->ProcessPendingWork();
   EXPECT_EQ(log.calls, (std::vector<std::string>{"A:2", "none:2", "none:2"}));
@@ -197,14 +169,10 @@ TEST_F(QAVCommandTest, IdleSubscribersRunAfterDestructionsUntilRemoved) {
 TEST_F(QAVCommandTest, HeadersStartTheirCommandThroughTheFactoryOfItsClass) {
   ASSERT_TRUE(QAVFillDictionary::Register("FactoryCmd", &commandtest::CreateFromDictionary));
   EXPECT_FALSE(QAVFillDictionary::Register("FactoryCmd", &commandtest::CreateFromDictionary));
-  EXPECT_EQ(QAVFillDictionary::Find("FactoryCmd"), &commandtest::CreateFromDictionary);
-  EXPECT_EQ(QAVFillDictionary::Find("Unknown"), nullptr);
-
   QAVCommandHeader* header = QAVCommandHeader::Create("StartIt", "FactoryCmd");
   ASSERT_NE(header, nullptr);
   EXPECT_EQ(QAVCommandHeader::Create("StartIt", "CountingCmd"), nullptr) << "name taken";
   EXPECT_EQ(QAVCommandHeader::GetHeaderFromList("StartIt"), header);
-  EXPECT_EQ(QAVCommandHeader::GetHeaderFromList("Other"), nullptr);
 
   QAVCommand* started = header->StartCommand();
   ASSERT_NE(started, nullptr);
@@ -215,13 +183,10 @@ TEST_F(QAVCommandTest, HeadersStartTheirCommandThroughTheFactoryOfItsClass) {
 
   // Without a dictionary entry the meta-class factory of the class is used; a
   // class that is no command starts nothing.
-  QAVCommandHeader* byMeta = QAVCommandHeader::Create("OneShotHeader", "OneShotCmd");
-  QAVCommand* oneShot = byMeta->StartCommand();
-  ASSERT_NE(oneShot, nullptr);
-  EXPECT_STREQ(oneShot->IsA(), "OneShotCmd");
-  EXPECT_TRUE(oneShot->IsDestructionRequested());
-  App()->ProcessPendingWork();
-  EXPECT_EQ(App()->GetDestroyedCommandNames(), std::vector<std::string>{"OneShot"});
+  QAVCommand* byMeta = QAVCommandHeader::Create("ByMeta", "CountingCmd")->StartCommand();
+  ASSERT_NE(byMeta, nullptr);
+  EXPECT_STREQ(byMeta->IsA(), "CountingCmd");
+  EXPECT_EQ(CountingCmd::activations, 2);
   EXPECT_EQ(QAVCommandHeader::Create("NotACommand", "QAVCallbackManager")->StartCommand(), nullptr);
   EXPECT_EQ(QAVCommandHeader::Create("Missing", "NoSuchCmd")->StartCommand(), nullptr);
   EXPECT_EQ(QAVCommandHeader::GetHeaderFromList("Missing")->GetStartCount(), 0);

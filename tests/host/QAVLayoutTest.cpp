@@ -29,9 +29,6 @@ TEST_F(QAVLayoutTest, CurrentLayoutAndWindowAreScriptable) {
   EXPECT_EQ(layout->GetCurrentWindow(), w2.get());
   EXPECT_EQ(layout->GetWindowCount(), 2);
   EXPECT_EQ(layout->GetWindow(0), w1.get());
-  EXPECT_TRUE(w2->IsEqual(w2.get()));
-  EXPECT_FALSE(w2->IsEqual(w1.get()));
-  EXPECT_FALSE(w2->IsEqual(nullptr));
   EXPECT_NE(w1->GetNativeHandle(), 0u);
   EXPECT_NE(w1->GetNativeHandle(), w2->GetNativeHandle());
 
@@ -39,9 +36,6 @@ TEST_F(QAVLayoutTest, CurrentLayoutAndWindowAreScriptable) {
   EXPECT_EQ(layout->GetCurrentWindow(), nullptr);
   EXPECT_EQ(layout->RemoveWindow(w2.get()), E_FAIL);
   EXPECT_EQ(w2->GetRefCount(), 1u);
-
-  layout->SetCallbackManager(nullptr);
-  EXPECT_EQ(layout->GetCallbackManager(), nullptr);
 
   ResetProcessState();
   EXPECT_EQ(QAVFrmLayout::GetCurrentLayout(), nullptr);
@@ -55,30 +49,28 @@ TEST_F(QAVLayoutTest, ViewersAnnounceBackgroundChangesAndDestruction) {
   window->SetViewer(viewer.get());
   viewer->SetVizViewer(viz.get());
   EXPECT_EQ(viewer->GetFrmWindow(), window.get());
-  EXPECT_NE(viewer->GetCallbackManager(), viz->GetCallbackManager());
 
   std::vector<std::string> seen;
   QAVCallbackManager* callbacks = viz->GetCallbackManager();
-  callbacks->AddCallback(
-      QAVVizViewer::VIEWER_BACKGROUND_CHANGED(),
-      [&seen](const char*, void* data, QAVNotification*, void*, QAVCallback) {
-        seen.push_back(static_cast<QAVVizViewer*>(data)->GetInfiniteEnvironmentRootName().str());
-      });
-  callbacks->AddCallback(QAVVizViewer::VIEWER_DESTROYED(),
-                         [&seen](const char*, void* data, QAVNotification*, void*, QAVCallback) {
-                           seen.push_back(std::string("destroyed ") +
-                                          static_cast<QAVVizViewer*>(data)->GetName().c_str());
-                         });
+  for (const char* event :
+       {QAVVizViewer::VIEWER_BACKGROUND_CHANGED(), QAVVizViewer::VIEWER_DESTROYED()})
+    callbacks->AddCallback(
+        event, [&seen](const char* name, void* data, QAVNotification*, void*, QAVCallback) {
+          auto* viz = static_cast<QAVVizViewer*>(data);
+          seen.push_back(std::string(name) + " " + viz->GetName().c_str() + " " +
+                         viz->GetInfiniteEnvironmentRootName().c_str());
+        });
   viz->SetInfiniteEnvironmentRootName("Studio");
   viz->SetInfiniteEnvironmentRootName("Studio");
   EXPECT_EQ(viewer->GetInfiniteEnvironmentRootName(), "Studio");
-  EXPECT_EQ(seen, (std::vector<std::string>{"Studio", "Studio"}));
+  const std::string changed = "QAVVizViewerVIEWER_BACKGROUND_CHANGEDEvt viz Studio";
+  EXPECT_EQ(seen, (std::vector<std::string>{changed, changed}));  // even when unchanged
 
   // The viz viewer announces its end when its last holder lets it go.
   viz.Reset();
   EXPECT_EQ(seen.size(), 2u);
   viewer->SetVizViewer(nullptr);
-  EXPECT_EQ(seen.back(), "destroyed viz");
+  EXPECT_EQ(seen.back(), "QAVVizViewerVIEWER_DESTROYEDEvt viz Studio");
   EXPECT_EQ(viewer->GetInfiniteEnvironmentRootName(), "");
 
   // Replacing a window's viewer detaches the old one.

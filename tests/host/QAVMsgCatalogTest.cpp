@@ -57,7 +57,6 @@ TEST_F(MsgCatalogTest, LooksUpKeysAndSubstitutesParameters) {
   EXPECT_EQ(QAVMsgCatalog::BuildMessage("NoSuchCatalog", "Title", nullptr, 0, "Preset Name"),
             "Preset Name");
   EXPECT_EQ(QAVMsgCatalog::BuildMessage("NoSuchCatalog", "Title"), "");
-  EXPECT_EQ(QAVMsgCatalog::GetCatalogPath("NoSuchCatalog"), "");
   QAVUnicodeString text = "kept";
   EXPECT_FALSE(QAVMsgCatalog::GetText("QAVRbaSample", "Missing", text));
   EXPECT_EQ(text, "kept");

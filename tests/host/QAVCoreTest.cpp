@@ -1,0 +1,188 @@
+// Strings, reference counting and meta-classes, event dispatch, pointer checks,
+// fatal errors and trace channels.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "QAVBaseUnknown.h"
+#include "QAVCallbackManager.h"
+#include "QAVDiagnostics.h"
+#include "QAVNotification.h"
+#include "QAVRef.h"
+#include "QAVString.h"
+#include "QAVTestSupport.h"
+#include "QAVTraceChannel.h"
+#include "QAVUnicodeString.h"
+
+namespace coretest {
+
+class Animal : public QAVBaseUnknown {
+  QAV_DECLARE_CLASS
+ public:
+  Animal() { ++alive; }
+  ~Animal() override { --alive; }
+  static inline int alive = 0;
+};
+class Dog : public Animal {
+  QAV_DECLARE_CLASS
+};
+class Named : public QAVBaseUnknown {
+  QAV_DECLARE_CLASS
+ public:
+  explicit Named(int) {}
+};
+
+}  // namespace coretest
+
+using coretest::Animal;
+using coretest::Dog;
+using coretest::Named;
+
+QAV_IMPLEMENT_CLASS(Animal, QAVBaseUnknown, "TestFramework");
+QAV_IMPLEMENT_CLASS(Dog, Animal, "TestFramework");
+QAV_IMPLEMENT_CLASS(Named, QAVBaseUnknown, "TestFramework");
+
+TEST(QAVString, SearchCaseMappingAndNumbers) {
+  const QAVString a("Rendering");
+  EXPECT_EQ(a.SearchSubString("der"), 3);
+  EXPECT_EQ(a.SearchSubString("der", 4), -1);
+  EXPECT_EQ(a.SearchSubString("ing", 6), 6);
+  EXPECT_EQ(a.SubString(3, 100), QAVString("dering"));
+  QAVUnicodeString s("Sky.HDR \xc3\x89t\xc3\xa9");  // bytes above 127 are kept
+  s.ToLower();
+  EXPECT_EQ(s, QAVUnicodeString("sky.hdr \xc3\x89t\xc3\xa9"));
+  s.ToUpper();
+  EXPECT_EQ(s, QAVUnicodeString("SKY.HDR \xc3\x89T\xc3\xa9"));
+
+  // ConvertToNum follows scanf: a number at the start is enough.
+  int i = -1;
+  EXPECT_EQ(QAVString("12abc").ConvertToNum(&i, "%d"), 1);
+  EXPECT_EQ(i, 12);
+  EXPECT_EQ(QAVString("abc").ConvertToNum(&i, "%d"), 0);
+  EXPECT_EQ(QAVString("").ConvertToNum(&i, "%d"), 0);
+  double d = 0;
+  EXPECT_EQ(QAVUnicodeString("-1.5e3").ConvertToNum(&d, "%le"), 1);
+  EXPECT_EQ(d, -1500.0);
+  EXPECT_EQ(QAVString::BuildFromNum(0.1), QAVString("0.1"));
+}
+
+TEST(QAVBaseUnknown, CountingMetaClassesQueriesAndFactories) {
+  {
+    auto dog = QAVMakeRef<Dog>();
+    QAVRef<Animal> shared(dog.get());
+    EXPECT_EQ(dog->GetRefCount(), 2u);
+    QAVRef<Animal> moved = std::move(shared);
+    EXPECT_EQ(dog->GetRefCount(), 2u);
+    EXPECT_STREQ(dog->IsA(), "Dog");
+    EXPECT_TRUE(dog->IsAKindOf("Animal"));
+    EXPECT_TRUE(dog->IsAKindOf("QAVBaseUnknown"));
+    EXPECT_FALSE(dog->IsAKindOf("Named"));
+    EXPECT_EQ(Dog::MetaObject()->GetBase(), Animal::MetaObject());
+    EXPECT_EQ(Dog::ClassId(), QAVMetaClass::ClassIdFromName("Dog"));
+    EXPECT_NE(Dog::ClassId(), Animal::ClassId());
+    EXPECT_TRUE(QAVQuery<Animal>(dog.get()));
+    EXPECT_FALSE(QAVQuery<Named>(dog.get()));
+    EXPECT_EQ(dog->GetRefCount(), 2u) << "the query's reference was released";
+  }
+  EXPECT_EQ(Animal::alive, 0);
+
+  void* object = nullptr;
+  ASSERT_EQ(QAVInstantiateComponent("Dog", Animal::ClassId(), &object), S_OK);
+  auto created = QAVRef<QAVBaseUnknown>::Adopt(static_cast<QAVBaseUnknown*>(object));
+  EXPECT_STREQ(created->IsA(), "Dog");
+  EXPECT_EQ(created->GetRefCount(), 1u);
+  // Without a default constructor there is no factory.
+  EXPECT_EQ(QAVInstantiateComponent("Named", Named::ClassId(), &object), E_FAIL);
+  EXPECT_EQ(object, nullptr);
+  EXPECT_EQ(QAVInstantiateComponent("Missing", Named::ClassId(), &object), E_FAIL);
+
+  // A run-time meta-class is made once; the first base and framework stay.
+  QAVMetaClass* first = QAVMetaClass::Create("RuntimeEvt", Animal::MetaObject(), "Fw");
+  EXPECT_EQ(QAVMetaClass::Create("RuntimeEvt", nullptr, "Other"), first);
+  EXPECT_EQ(QAVMetaClass::Find("RuntimeEvt"), first);
+  EXPECT_TRUE(first->IsAKindOf("QAVBaseUnknown"));
+  EXPECT_EQ(QAVMetaClass::Find("NoSuchClass"), nullptr);
+}
+
+TEST(QAVCallbackManager, DispatchOrderAndChangesDuringADispatch) {
+  auto manager = QAVMakeRef<QAVCallbackManager>();
+  std::vector<std::string> calls;
+  auto record = [&calls](const char* tag) {
+    return [&calls, tag](const char* event, void* data, QAVNotification* notification,
+                         void* clientData, QAVCallback) {
+      calls.push_back(std::string(tag) + "|" + event + "|" +
+                      (notification ? notification->IsA() : "-") + "|" +
+                      std::to_string(data == clientData));
+    };
+  };
+  int token = 0;
+  manager->AddCallback("Evt", record("first"), &token);
+  manager->AddCallback("Other", record("other"));
+  const QAVCallback second = manager->AddCallback("Evt", record("second"));
+  EXPECT_EQ(manager->AddCallback(nullptr, record("none")), 0u);
+
+  auto notification = QAVMakeRef<QAVNotification>();
+  const std::string name = "Evt";  // event names compare by text, not by pointer
+  manager->DispatchCallbacks(name.c_str(), notification.get(), &token);
+  EXPECT_EQ(calls, (std::vector<std::string>{"first|Evt|QAVNotification|1",
+                                             "second|Evt|QAVNotification|0"}));
+  ASSERT_EQ(manager->GetDispatches().size(), 1u);
+  EXPECT_EQ(manager->GetDispatches()[0].notificationClass, "QAVNotification");
+  EXPECT_EQ(notification->GetRefCount(), 1u) << "a dispatch keeps no reference";
+
+  // A subscriber removes itself and a later one and adds another: the removed
+  // one is skipped at once, the added one waits for the next dispatch.
+  QAVCallback third = 0;
+  manager->AddCallback("Evt", [&](const char*, void*, QAVNotification*, void*, QAVCallback self) {
+    calls.emplace_back("changer");
+    EXPECT_TRUE(manager->RemoveCallback(self));
+    EXPECT_TRUE(manager->RemoveCallback(third));
+    manager->AddCallback("Evt", record("added"));
+  });
+  third = manager->AddCallback("Evt", record("third"));
+  EXPECT_TRUE(manager->RemoveCallback(second));
+  EXPECT_FALSE(manager->RemoveCallback(second));
+  calls.clear();
+  manager->DispatchCallbacks("Evt", nullptr, nullptr);
+  manager->DispatchCallbacks("Evt", nullptr, nullptr);
+  EXPECT_EQ(calls, (std::vector<std::string>{"first|Evt|-|0", "changer", "first|Evt|-|0",
+                                             "added|Evt|-|1"}));
+}
+
+TEST(QAVDiagnostics, PointerCheckAndTraceChannel) {
+  QAVClearPointerCheckReports();
+  int value = 0;
+  void* QAVRbaContextBarManager = nullptr;
+  testing::internal::CaptureStderr();
+  EXPECT_TRUE(QAVCheckPointer("pValue", &value, "Owner::Operation"));
+  EXPECT_FALSE(
+      QAV_CHECK_POINTER(QAVRbaContextBarManager, "QAVRbaContextBarMappingTypeUVCmd::Activate"));
+  EXPECT_FALSE(QAVCheckPointer(nullptr, nullptr, nullptr));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "QAVRbaContextBarManager is NULL QAVRbaContextBarMappingTypeUVCmd::Activate\n"
+            " is NULL \n");
+  EXPECT_EQ(QAVGetPointerCheckReports().size(), 2u);
+
+  QAVTraceChannel channel("QAVRbaSnapManipulator");
+  testing::internal::CaptureStdout();
+  channel.Print("hidden %d", 1);
+  channel.Enable();
+  channel.Print("picked %d objects", 3);
+  channel.Print("%s\n", "already ended");
+  channel.Disable();
+  channel.Print("hidden again");
+  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+            "[QAVRbaSnapManipulator] picked 3 objects\n"
+            "[QAVRbaSnapManipulator] already ended\n");
+  qavtest::ScopedEnv env("QAVHOST_TRACE", "Other,QAVRbaRuler");
+  EXPECT_TRUE(QAVTraceChannel("QAVRbaRuler").IsEnabled());
+  EXPECT_FALSE(QAVTraceChannel("QAVRbaRul").IsEnabled());
+}
+
+TEST(QAVDiagnosticsDeathTest, FatalErrorNamesMessageFileAndLineThenEnds) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_DEATH(QAVFatalError("the model is gone", "QAVRbaSomething.cpp", 42),
+               "^Fatal error: the model is gone \\(QAVRbaSomething\\.cpp:42\\)\n$");
+  EXPECT_DEATH(QAV_FATAL_ERROR("macro form"), "macro form \\(.*QAVCoreTest\\.cpp:[0-9]+\\)");
+}
