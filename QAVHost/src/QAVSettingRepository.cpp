@@ -1,8 +1,5 @@
 #include "QAVSettingRepository.h"
 
-#include <map>
-#include <set>
-
 #include "QAVProcessState.h"
 #include "QAVStoreFormat.h"
 
@@ -12,28 +9,17 @@ namespace {
 
 constexpr const char* kHeader = "QAVHostSettings 1";
 
-struct Registry {
-  std::map<std::string, QAVRef<QAVSettingRepository>> loaded;
-  std::set<std::string> unavailable;
-};
-
 // Never destroyed: repositories handed out stay valid until the process ends,
 // whatever the order in which other static objects go.
-Registry& TheRegistry() {
-  static Registry* const registry = new Registry;
+qavstore::RepositoryRegistry<QAVSettingRepository>& TheRegistry() {
+  static auto* const registry = new qavstore::RepositoryRegistry<QAVSettingRepository>;
   return *registry;
 }
 
-void ForgetRepositories() {
-  auto& registry = TheRegistry();
-  registry.loaded.clear();
-  registry.unavailable.clear();
-}
+void ForgetRepositories() { TheRegistry().Forget(); }
 QAV_REGISTER_RESET(QAVSettingRepository, ForgetRepositories);
 
-bool ValidKey(const char* key) {
-  return key && *key;
-}
+bool ValidKey(const char* key) { return key && *key; }
 
 }  // namespace
 
@@ -68,33 +54,18 @@ QAVSettingRepository::~QAVSettingRepository() = default;
 
 QAVSettingRepository* QAVSettingRepository::GetRepository(const QAVString& name, int, int,
                                                           QAVBaseUnknown*) {
-  if (name.IsEmpty()) return nullptr;
-  auto& registry = TheRegistry();
-  if (registry.unavailable.count(name.str())) return nullptr;
-  auto& slot = registry.loaded[name.str()];
-  if (!slot) slot = QAVRef<QAVSettingRepository>::Adopt(QAVSettingRepositoryAccess::Create(name));
-  return slot.get();
+  return TheRegistry().Get(name, &QAVSettingRepositoryAccess::Create);
 }
 
-std::string QAVSettingRepository::GetSettingsDirectory() {
-  return qavstore::SettingsDirectory();
-}
+std::string QAVSettingRepository::GetSettingsDirectory() { return qavstore::SettingsDirectory(); }
 
-const char* QAVSettingRepository::ModifiedEvent() {
-  return "QAVSettingRepositoryModified";
-}
+const char* QAVSettingRepository::ModifiedEvent() { return "QAVSettingRepositoryModified"; }
 
 void QAVSettingRepository::SetAvailable(const QAVString& name, bool available) {
-  auto& unavailable = TheRegistry().unavailable;
-  if (available)
-    unavailable.erase(name.str());
-  else
-    unavailable.insert(name.str());
+  TheRegistry().SetAvailable(name, available);
 }
 
-const std::string& QAVSettingRepository::GetFilePath() const {
-  return _impl->file.Path();
-}
+const std::string& QAVSettingRepository::GetFilePath() const { return _impl->file.Path(); }
 
 const char* QAVSettingRepository::GetTypeName(QAVSettingType type) {
   return qavstore::TypeName(type);

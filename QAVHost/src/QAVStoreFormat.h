@@ -5,6 +5,8 @@
 #ifndef QAVStoreFormat_h
 #define QAVStoreFormat_h
 
+#include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -12,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "QAVRef.h"
 #include "QAVSettingRepository.h"
 #include "QAVString.h"
 #include "QAVUnicodeString.h"
@@ -188,6 +191,36 @@ std::string SettingsDirectory();
 // A store name as a file name: bytes that are not letters, digits, '-', '_' or
 // '.' (and a leading '.') are written %HH.
 std::string FileNameOf(std::string_view name);
+
+// The repositories of one kind that the host has opened, by name, and the names
+// that tests made unavailable. The host keeps every repository it hands out.
+template <class Repository>
+class RepositoryRegistry {
+ public:
+  // The repository of this name, made by `create(name)` on first use; null for an
+  // empty or unavailable name.
+  template <class Create>
+  Repository* Get(const QAVString& name, Create create) {
+    if (name.IsEmpty() || _unavailable.count(name.str())) return nullptr;
+    auto& slot = _loaded[name.str()];
+    if (!slot) slot = QAVRef<Repository>::Adopt(create(name));
+    return slot.get();
+  }
+  void SetAvailable(const QAVString& name, bool available) {
+    if (available)
+      _unavailable.erase(name.str());
+    else
+      _unavailable.insert(name.str());
+  }
+  void Forget() {
+    _loaded.clear();
+    _unavailable.clear();
+  }
+
+ private:
+  std::map<std::string, QAVRef<Repository>> _loaded;
+  std::set<std::string> _unavailable;
+};
 
 }  // namespace qavstore
 

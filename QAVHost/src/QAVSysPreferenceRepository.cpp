@@ -1,8 +1,6 @@
 #include "QAVSysPreferenceRepository.h"
 
 #include <cstring>
-#include <map>
-#include <set>
 
 #include "QAVProcessState.h"
 #include "QAVRef.h"
@@ -14,22 +12,13 @@ namespace {
 
 constexpr const char* kHeader = "QAVHostPreferences 1";
 
-struct Registry {
-  std::map<std::string, QAVRef<QAVSysPreferenceRepository>> loaded;
-  std::set<std::string> unavailable;
-};
-
 // Never destroyed, like the setting repositories.
-Registry& TheRegistry() {
-  static Registry* const registry = new Registry;
+qavstore::RepositoryRegistry<QAVSysPreferenceRepository>& TheRegistry() {
+  static auto* const registry = new qavstore::RepositoryRegistry<QAVSysPreferenceRepository>;
   return *registry;
 }
 
-void ForgetRepositories() {
-  auto& registry = TheRegistry();
-  registry.loaded.clear();
-  registry.unavailable.clear();
-}
+void ForgetRepositories() { TheRegistry().Forget(); }
 QAV_REGISTER_RESET(QAVSysPreferenceRepository, ForgetRepositories);
 
 // The stored type of a preference type tag; None for an unknown tag.
@@ -42,9 +31,7 @@ QAVSettingType TypeOfTag(const char* tag) {
   return QAVSettingType::None;
 }
 
-bool ValidKey(const char* key) {
-  return key && *key;
-}
+bool ValidKey(const char* key) { return key && *key; }
 
 }  // namespace
 
@@ -88,27 +75,14 @@ QAVSysPreferenceRepository::~QAVSysPreferenceRepository() = default;
 
 QAVSysPreferenceRepository* QAVSysPreferenceRepository::GetPreferenceRepository(
     const QAVString& name) {
-  if (name.IsEmpty()) return nullptr;
-  auto& registry = TheRegistry();
-  if (registry.unavailable.count(name.str())) return nullptr;
-  auto& slot = registry.loaded[name.str()];
-  if (!slot)
-    slot =
-        QAVRef<QAVSysPreferenceRepository>::Adopt(QAVSysPreferenceRepositoryAccess::Create(name));
-  return slot.get();
+  return TheRegistry().Get(name, &QAVSysPreferenceRepositoryAccess::Create);
 }
 
 void QAVSysPreferenceRepository::SetAvailable(const QAVString& name, bool available) {
-  auto& unavailable = TheRegistry().unavailable;
-  if (available)
-    unavailable.erase(name.str());
-  else
-    unavailable.insert(name.str());
+  TheRegistry().SetAvailable(name, available);
 }
 
-const std::string& QAVSysPreferenceRepository::GetFilePath() const {
-  return _impl->file.Path();
-}
+const std::string& QAVSysPreferenceRepository::GetFilePath() const { return _impl->file.Path(); }
 
 bool QAVSysPreferenceRepository::IsPresent(const char* key, const char* typeTag) const {
   const QAVSettingType type = TypeOfTag(typeTag);
