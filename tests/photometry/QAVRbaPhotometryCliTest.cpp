@@ -1,4 +1,4 @@
-// Runs the built qavrba program: the blackbody and color commands.
+// Runs the built qavrba program: the blackbody, color and ies commands.
 #include <gtest/gtest.h>
 
 #include <sys/wait.h>
@@ -17,7 +17,22 @@ using namespace std::string_literals;
 
 namespace {
 
-class ColorCliTest : public qavtest::HostTest {
+bool Has(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+
+std::size_t Count(const std::string& text, const std::string& part) {
+  std::size_t n = 0;
+  for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+    ++n;
+  return n;
+}
+
+std::string Ies(const std::string& name) {
+  return "'" + std::string(QAV_TEST_DATA_DIR) + "/ies/" + name + "'";
+}
+
+class PhotometryCliTest : public qavtest::HostTest {
  protected:
   void SetUp() override {
     qavtest::HostTest::SetUp();
@@ -46,6 +61,7 @@ class ColorCliTest : public qavtest::HostTest {
     std::string out;
     std::string err;
   };
+  // Runs the program in the scratch directory.
   Run Qavrba(const std::string& arguments) const {
     const fs::path out = _scratch.path() / "out.txt";
     const fs::path err = _scratch.path() / "err.txt";
@@ -54,16 +70,14 @@ class ColorCliTest : public qavtest::HostTest {
     const int raw = std::system(command.c_str());
     return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, qavtest::ReadFile(out), qavtest::ReadFile(err)};
   }
-  static bool Has(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-  }
+  std::string Output(const char* name) const { return qavtest::ReadFile(_scratch.path() / name); }
 
   fs::path _program;
   std::optional<qavtest::ScopedEnv> _iccPath;
   std::optional<qavtest::ScopedEnv> _systemPath;
 };
 
-TEST_F(ColorCliTest, BlackbodyTintsAndStrip) {
+TEST_F(PhotometryCliTest, BlackbodyTintsAndStrip) {
   Run run = Qavrba("blackbody 2000 1000 0");
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_TRUE(Has(run.out, "2000 K  1.0000 0.3786 0.0491  #ff610d")) << run.out;
@@ -83,7 +97,7 @@ TEST_F(ColorCliTest, BlackbodyTintsAndStrip) {
 
   run = Qavrba("blackbody --strip 1000:12000 -o strip.svg");
   ASSERT_EQ(run.status, 0) << run.err;
-  const std::string svg = qavtest::ReadFile(_scratch.path() / "strip.svg");
+  const std::string svg = Output("strip.svg");
   EXPECT_EQ(svg.rfind("<?xml", 0), 0u);
   EXPECT_TRUE(Has(svg, "</svg>\n"));
   EXPECT_TRUE(Has(svg, "fill=\"#ff"));  // the warm end
@@ -91,35 +105,30 @@ TEST_F(ColorCliTest, BlackbodyTintsAndStrip) {
   EXPECT_EQ(Qavrba("blackbody --strip 1000:2000 -o no/such/dir/s.svg").status, 1);
 }
 
-TEST_F(ColorCliTest, ProfilesAreNumberedAsTheSettingCountsThem) {
-  const Run run = Qavrba("color profiles");
+TEST_F(PhotometryCliTest, ColorProfilesAndConversion) {
+  // Numbered as the setting counts them.
+  Run run = Qavrba("color profiles");
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_TRUE(Has(run.out, "  0  colour management off\n")) << run.out;
   EXPECT_TRUE(Has(run.out, "  1  sRGB")) << run.out;
   EXPECT_TRUE(Has(run.out, "  2  Linear sRGB\n     " + _scratch.str() + "/icc/2-linear.icc"))
       << run.out;
   EXPECT_TRUE(Has(run.out, "  3  (not a usable RGB profile)")) << run.out;
-}
 
-TEST_F(ColorCliTest, ConvertPpmThroughTheWorkingProfile) {
+  // Linear 55 and 128 shown on an sRGB screen: 128 and 188. Off: copied as is.
   _scratch.Write("in.ppm", "P6\n# linear light\n2 1\n255\n\x00\x37\xff\x80\x80\x80"s);
-  Run run = Qavrba("color convert --to 2 in.ppm out.ppm");
+  run = Qavrba("color convert --to 2 in.ppm out.ppm");
   ASSERT_EQ(run.status, 0) << run.err;
-  // Linear 55 and 128 shown on an sRGB screen: 128 and 188.
-  EXPECT_EQ(qavtest::ReadFile(_scratch.path() / "out.ppm"),
-            "P6\n2 1\n255\n\x00\x80\xff\xbc\xbc\xbc"s);
-
-  // Off: the pixels are copied as they are.
+  EXPECT_EQ(Output("out.ppm"), "P6\n2 1\n255\n\x00\x80\xff\xbc\xbc\xbc"s);
   run = Qavrba("color convert --to 0 in.ppm off.ppm");
   ASSERT_EQ(run.status, 0) << run.err;
-  EXPECT_EQ(qavtest::ReadFile(_scratch.path() / "off.ppm"),
-            "P6\n2 1\n255\n\x00\x37\xff\x80\x80\x80"s);
+  EXPECT_EQ(Output("off.ppm"), "P6\n2 1\n255\n\x00\x37\xff\x80\x80\x80"s);
 
   // 16-bit samples, and another screen: sRGB pixels on a linear screen.
   _scratch.Write("in16.ppm", "P6 1 1 65535\n\x80\x00\xff\xff\x00\x00"s);
   run = Qavrba("color convert --to 1 --screen 2 in16.ppm out16.ppm");
   ASSERT_EQ(run.status, 0) << run.err;
-  const std::string out16 = qavtest::ReadFile(_scratch.path() / "out16.ppm");
+  const std::string out16 = Output("out16.ppm");
   ASSERT_EQ(out16.size(), 19u);  // 13 bytes of header, 3 samples of 2 bytes
   const int red =
       (static_cast<unsigned char>(out16[13]) << 8) | static_cast<unsigned char>(out16[14]);
@@ -127,7 +136,7 @@ TEST_F(ColorCliTest, ConvertPpmThroughTheWorkingProfile) {
   EXPECT_EQ(out16.substr(15), "\xff\xff\x00\x00"s);
 }
 
-TEST_F(ColorCliTest, ConvertRefusesBadInput) {
+TEST_F(PhotometryCliTest, ConvertRefusesBadInput) {
   _scratch.Write("in.ppm", "P6\n1 1\n255\n\x10\x20\x30"s);
   const std::pair<std::string, std::string> refused[] = {
       {"P5\n1 1\n255\n\x00"s, "does not start with \"P6\""},
@@ -147,14 +156,12 @@ TEST_F(ColorCliTest, ConvertRefusesBadInput) {
     EXPECT_EQ(run.status, 1) << content;
     EXPECT_TRUE(Has(run.err, reason)) << run.err;
   }
-  EXPECT_FALSE(fs::exists(_scratch.path() / "o.ppm"));
-
-  Run run = Qavrba("color convert --to 3 in.ppm o.ppm");
-  EXPECT_EQ(run.status, 1);
-  EXPECT_TRUE(Has(run.err, "profile 3 is not a usable RGB ICC profile")) << run.err;
-  run = Qavrba("color convert --to 4 in.ppm o.ppm");
-  EXPECT_EQ(run.status, 1);
-  EXPECT_TRUE(Has(run.err, "there is no profile 4: 3 installed")) << run.err;
+  for (const auto& [to, reason] : {std::pair{3, "profile 3 is not a usable RGB ICC profile"},
+                                   std::pair{4, "there is no profile 4: 3 installed"}}) {
+    const Run run = Qavrba("color convert --to " + std::to_string(to) + " in.ppm o.ppm");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(Has(run.err, reason)) << run.err;
+  }
   EXPECT_EQ(Qavrba("color convert --to 1 --screen 3 in.ppm o.ppm").status, 1);
   EXPECT_EQ(Qavrba("color convert --to 1 missing.ppm o.ppm").status, 1);
   EXPECT_FALSE(fs::exists(_scratch.path() / "o.ppm"));
@@ -162,6 +169,49 @@ TEST_F(ColorCliTest, ConvertRefusesBadInput) {
        {"color", "color convert in.ppm o.ppm", "color convert --to x in.ppm o.ppm",
         "color convert --to 1 in.ppm", "color convert --to -1 in.ppm o.ppm", "color profiles extra",
         "color paint"})
+    EXPECT_EQ(Qavrba(usage).status, 2) << usage;
+}
+
+TEST_F(PhotometryCliTest, IesInfoSampleGridAndPlot) {
+  Run run = Qavrba("ies info " + Ies("tilt_include.ies"));
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_TRUE(Has(run.out, "lamps                3\n")) << run.out;
+  EXPECT_TRUE(Has(run.out, "vertical angles      2 (0 to 90)\n")) << run.out;
+  EXPECT_TRUE(Has(run.out, "horizontal symmetry  rotational")) << run.out;
+  EXPECT_TRUE(Has(run.out, "peak intensity       100 cd raw at H 0 V 0; 100 cd scaled")) << run.out;
+  run = Qavrba("ies info " + Ies("reject_not_a_number.ies"));
+  EXPECT_EQ(run.status, 1);
+  EXPECT_TRUE(Has(run.err, "line 5: token 'abc' (vertical angle 2 of 3): not a number")) << run.err;
+  EXPECT_TRUE(run.out.empty());
+
+  run = Qavrba("ies sample " + Ies("sym_h90_quadrant.ies") + " 135 30 22.5 15 0 95");
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out, "135 30 210\n22.5 15 155\n0 95 0\n");
+  run = Qavrba("ies grid " + Ies("sym_h0_v90.ies") + " --step 90");
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out,
+            "h,v,candela\n0,0,1000\n0,90,100\n0,180,0\n90,0,1000\n90,90,100\n90,180,0\n"
+            "180,0,1000\n180,90,100\n180,180,0\n270,0,1000\n270,90,100\n270,180,0\n");
+
+  run = Qavrba("ies plot " + Ies("sym_h180_bilateral.ies") + " -o plot.svg");
+  ASSERT_EQ(run.status, 0) << run.err;
+  const std::string svg = Output("plot.svg");
+  EXPECT_EQ(svg.rfind("<?xml", 0), 0u);
+  EXPECT_TRUE(Has(svg, ">sym_h180_bilateral.ies</text>"));
+  EXPECT_TRUE(Has(svg, "C0 - C180 plane"));
+  EXPECT_TRUE(Has(svg, "stroke-dasharray"));
+  // Peak 504 cd: the scale ends on 1000 cd in rings of 200.
+  EXPECT_TRUE(Has(svg, ">200 cd</text>"));
+  EXPECT_TRUE(Has(svg, ">1000 cd</text>"));
+  EXPECT_TRUE(Has(svg, "</svg>"));
+  // Two curves of 2 x 361 points each: a move and 721 line segments.
+  EXPECT_EQ(Count(svg, "<path d=\"M"), 2u);
+  EXPECT_EQ(Count(svg, " L"), 2u * 721);
+
+  for (const std::string& usage :
+       {"ies info"s, "ies frobnicate x"s, "ies sample " + Ies("sym_h90_quadrant.ies") + " 135",
+        "ies sample " + Ies("sym_h90_quadrant.ies") + " 135 north",
+        "ies grid " + Ies("sym_h0_v90.ies") + " --step 0", "ies plot " + Ies("sym_h0_v90.ies")})
     EXPECT_EQ(Qavrba(usage).status, 2) << usage;
 }
 
