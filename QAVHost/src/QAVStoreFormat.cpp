@@ -35,9 +35,7 @@ void AppendHexByte(std::string& out, unsigned char c) {
   out += kHex[c & 0xF];
 }
 
-bool IsControl(unsigned char c) {
-  return c < 0x20 || c == 0x7F;
-}
+bool IsControl(unsigned char c) { return c < 0x20 || c == 0x7F; }
 
 std::string_view StripPlus(std::string_view text) {
   if (text.size() > 1 && text[0] == '+' && text[1] != '-' && text[1] != '+') text.remove_prefix(1);
@@ -135,6 +133,45 @@ std::string Escape(std::string_view text, bool leadingHash) {
   return out;
 }
 
+namespace {
+
+// Decodes the escape whose letter is at text[i] (just after a backslash) onto
+// `out`, moving i to its last character. A quote is an escape only inside a
+// quoted value.
+bool DecodeEscape(std::string_view text, std::size_t& i, bool quoted, std::string& out) {
+  switch (text[i]) {
+    case '\\':
+      out += '\\';
+      return true;
+    case 't':
+      out += '\t';
+      return true;
+    case 'n':
+      out += '\n';
+      return true;
+    case 'r':
+      out += '\r';
+      return true;
+    case '"':
+      if (!quoted) return false;
+      out += '"';
+      return true;
+    case 'x': {
+      if (i + 2 >= text.size()) return false;
+      const int high = HexDigit(text[i + 1]);
+      const int low = HexDigit(text[i + 2]);
+      if (high < 0 || low < 0) return false;
+      out += static_cast<char>(high * 16 + low);
+      i += 2;
+      return true;
+    }
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
 bool Unescape(std::string_view text, std::string& out) {
   out.clear();
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -142,42 +179,13 @@ bool Unescape(std::string_view text, std::string& out) {
       out += text[i];
       continue;
     }
-    if (++i == text.size()) return false;
-    switch (text[i]) {
-      case '\\':
-        out += '\\';
-        break;
-      case 't':
-        out += '\t';
-        break;
-      case 'n':
-        out += '\n';
-        break;
-      case 'r':
-        out += '\r';
-        break;
-      case 'x': {
-        if (i + 2 >= text.size()) return false;
-        const int high = HexDigit(text[i + 1]);
-        const int low = HexDigit(text[i + 2]);
-        if (high < 0 || low < 0) return false;
-        out += static_cast<char>(high * 16 + low);
-        i += 2;
-        break;
-      }
-      default:
-        return false;
-    }
+    if (++i == text.size() || !DecodeEscape(text, i, false, out)) return false;
   }
   return true;
 }
 
-std::string FormatFloat(float value) {
-  return FormatReal(value);
-}
-std::string FormatDouble(double value) {
-  return FormatReal(value);
-}
+std::string FormatFloat(float value) { return FormatReal(value); }
+std::string FormatDouble(double value) { return FormatReal(value); }
 bool ParseFloat(std::string_view text, float& value) {
   return ParseReal(text, value) == std::errc();
 }
@@ -218,35 +226,7 @@ bool ParseAssignedValue(std::string_view raw, std::string& value) {
       out += c;
       continue;
     }
-    if (++i == text.size()) return false;
-    switch (text[i]) {
-      case '"':
-        out += '"';
-        break;
-      case '\\':
-        out += '\\';
-        break;
-      case 'n':
-        out += '\n';
-        break;
-      case 't':
-        out += '\t';
-        break;
-      case 'r':
-        out += '\r';
-        break;
-      case 'x': {
-        if (i + 2 >= text.size()) return false;
-        const int high = HexDigit(text[i + 1]);
-        const int low = HexDigit(text[i + 2]);
-        if (high < 0 || low < 0) return false;
-        out += static_cast<char>(high * 16 + low);
-        i += 2;
-        break;
-      }
-      default:
-        return false;
-    }
+    if (++i == text.size() || !DecodeEscape(text, i, true, out)) return false;
   }
   return false;  // not closed
 }
