@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
-#include <vector>
 
 #include "QAVRbaLiveUIServices.h"
 #include "QAVSettingRepository.h"
@@ -18,67 +17,40 @@ constexpr const char* kLive = "RenderingLiveSettings";
 constexpr const char* kBatch = "RenderingBatchSettings";
 constexpr const char* kNetwork = "RenderingNetworkSettings";
 
-// "key type value" as the repository gives them back, in declaration order.
-std::vector<std::string> Describe(const char* name) {
-  std::vector<std::string> out;
+// "key type [value]" for each key, in declaration order, each followed by "; ".
+std::string Describe(const char* name) {
+  std::string out;
   QAVSettingRepository* repo = QAVSettingRepository::GetRepository(name);
   for (const QAVString& key : repo->GetKeys()) {
-    std::string line =
-        key.str() + " " + QAVSettingRepository::GetTypeName(repo->GetSettingType(key.c_str()));
+    out += key.str() + " " + QAVSettingRepository::GetTypeName(repo->GetSettingType(key.c_str()));
     for (const std::string& text : repo->GetSettingTexts(key.c_str()))
-      line += " [" + text + "]";
-    out.push_back(line);
+      out += " [" + text + "]";
+    out += "; ";
   }
   return out;
 }
 
-std::vector<std::string> RendererSettings(bool withFileSaveAllowed) {
-  std::vector<std::string> keys = {
-      "DomeImage string [studio_pure_white.hdr]",
-      "FNumber float [0]",
-      "ShutterTime float [0.006]",
-      "FilmISO float [100]",
-      "Autofocus int [1]",
-      "FocalDistance float [1000]",
-      "FocalPointX float [0]",
-      "FocalPointY float [0]",
-      "FocalPointZ float [0]",
-      "Width float [800]",
-      "Height float [600]",
-      "KeepRatio int [0]",
-      "Units string [pixels]",
-      "DPI int [150]",
-      "Resolution int [1]",
-      "SaveType int [11]",
-      "InsertLogo int [0]",
-  };
-  if (withFileSaveAllowed) keys.push_back("FileSaveAllowed int [0]");
-  for (const char* key : {"SaveLimit int [0]", "SaveFrameLimit int [100]", "SaveTimeLimit int [60]",
-                          "SaveTimeUnit int [0]", "SaveErrorThreshold float [0.5]",
-                          "CrushBlacks float [0]", "BurnHighlights float [1]",
-                          "Saturation float [1]", "Gamma float [2.2]", "Vignetting float [0]"})
-    keys.push_back(key);
-  return keys;
-}
-
-std::vector<std::string> LiveSettings() {
-  auto keys = RendererSettings(true);
-  keys.insert(keys.end(), {"RenderEngine int [1]", "RollActivation int [0]", "RollValue float [0]",
-                           "ColorProfileSelectedIndex int [0]"});
-  return keys;
-}
-
-std::vector<std::string> BatchSettings() {
-  auto keys = RendererSettings(false);
-  keys.insert(keys.end(), {"RenderPassCount int [1]", "CanvasArray text [result]",
-                           "SaveBatchDirectory text []", "CacheBatchDirectory text []",
-                           "RenderEngine int [1]", "RenderMode string [velun:cpu]"});
-  return keys;
-}
-
-const std::vector<std::string> kNetworkSettings = {"RemoteAddress string []",
-                                                   "RemotePort int [10001]", "VCAAddress string []",
-                                                   "VCAUser text []", "VCAPassword text []"};
+// The settings the live and batch repositories share, around "FileSaveAllowed".
+const std::string kRendererHead =
+    "DomeImage string [studio_pure_white.hdr]; FNumber float [0]; ShutterTime float [0.006]; "
+    "FilmISO float [100]; Autofocus int [1]; FocalDistance float [1000]; FocalPointX float [0]; "
+    "FocalPointY float [0]; FocalPointZ float [0]; Width float [800]; Height float [600]; "
+    "KeepRatio int [0]; Units string [pixels]; DPI int [150]; Resolution int [1]; "
+    "SaveType int [11]; InsertLogo int [0]; ";
+const std::string kRendererTail =
+    "SaveLimit int [0]; SaveFrameLimit int [100]; SaveTimeLimit int [60]; SaveTimeUnit int [0]; "
+    "SaveErrorThreshold float [0.5]; CrushBlacks float [0]; BurnHighlights float [1]; "
+    "Saturation float [1]; Gamma float [2.2]; Vignetting float [0]; ";
+const std::string kLiveSettings = kRendererHead + "FileSaveAllowed int [0]; " + kRendererTail +
+                                  "RenderEngine int [1]; RollActivation int [0]; "
+                                  "RollValue float [0]; ColorProfileSelectedIndex int [0]; ";
+const std::string kBatchSettings =
+    kRendererHead + kRendererTail +
+    "RenderPassCount int [1]; CanvasArray text [result]; SaveBatchDirectory text []; "
+    "CacheBatchDirectory text []; RenderEngine int [1]; RenderMode string [velun:cpu]; ";
+const std::string kNetworkSettings =
+    "RemoteAddress string []; RemotePort int [10001]; VCAAddress string []; VCAUser text []; "
+    "VCAPassword text []; ";
 
 class LiveUIServicesTest : public qavtest::HostTest {
  protected:
@@ -93,8 +65,8 @@ class LiveUIServicesTest : public qavtest::HostTest {
 
 TEST_F(LiveUIServicesTest, DeclaresEveryKeyInOrderWithItsTypeAndDefault) {
   EXPECT_EQ(QAVRbaLiveUIServices::InitSettings(), S_OK);
-  EXPECT_EQ(Describe(kLive), LiveSettings());
-  EXPECT_EQ(Describe(kBatch), BatchSettings());
+  EXPECT_EQ(Describe(kLive), kLiveSettings);
+  EXPECT_EQ(Describe(kBatch), kBatchSettings);
   EXPECT_EQ(Describe(kNetwork), kNetworkSettings);
 
   // The float defaults are the float literals, bit for bit.
@@ -110,7 +82,7 @@ TEST_F(LiveUIServicesTest, DeclaresEveryKeyInOrderWithItsTypeAndDefault) {
   // Declaring writes nothing, sends nothing and saves nothing; doing it again
   // changes nothing.
   EXPECT_EQ(QAVRbaLiveUIServices::InitSettings(), S_OK);
-  EXPECT_EQ(Describe(kLive), LiveSettings());
+  EXPECT_EQ(Describe(kLive), kLiveSettings);
   for (const char* name : {kLive, kBatch, kNetwork}) {
     QAVSettingRepository* repo = QAVSettingRepository::GetRepository(name);
     EXPECT_EQ(repo->GetWriteCount(), 0) << name;
@@ -131,15 +103,14 @@ TEST_F(LiveUIServicesTest, StoredValuesAreKept) {
   ResetProcessState();
 
   EXPECT_EQ(QAVRbaLiveUIServices::InitSettings(), S_OK);
-  live = QAVSettingRepository::GetRepository(kLive);
-  EXPECT_EQ(live->GetSettingTexts("DPI"), std::vector<std::string>{"300"});
-  EXPECT_EQ(live->GetSettingTexts("DomeImage"), std::vector<std::string>{"sunset.hdr"});
-  EXPECT_EQ(live->GetSettingType("Width"), QAVSettingType::Int);
-  EXPECT_EQ(live->GetSettingTexts("Width"), std::vector<std::string>{"1024"});
-  EXPECT_EQ(live->GetKeys().size(), LiveSettings().size());
-  // The batch repository has its own DPI.
-  EXPECT_EQ(QAVSettingRepository::GetRepository(kBatch)->GetSettingTexts("DPI"),
-            std::vector<std::string>{"150"});
+  // The stored values stay, ahead of the declared keys, as the repository read them.
+  std::string declared = kLiveSettings;
+  for (const std::string entry :
+       {"DPI int [150]; ", "Width float [800]; ", "DomeImage string [studio_pure_white.hdr]; "})
+    declared.erase(declared.find(entry), entry.size());
+  EXPECT_EQ(Describe(kLive),
+            "DPI int [300]; Width int [1024]; DomeImage string [sunset.hdr]; " + declared);
+  EXPECT_EQ(Describe(kBatch), kBatchSettings);  // the batch repository has its own DPI
 }
 
 TEST_F(LiveUIServicesTest, MissingRepositoriesAreSkipped) {
@@ -153,7 +124,7 @@ TEST_F(LiveUIServicesTest, MissingRepositoriesAreSkipped) {
   ResetProcessState();
   MakeAvailable({kNetwork}, false);
   EXPECT_EQ(QAVRbaLiveUIServices::InitSettings(), S_OK);
-  EXPECT_EQ(Describe(kBatch), BatchSettings());
+  EXPECT_EQ(Describe(kBatch), kBatchSettings);
 
   ResetProcessState();
   MakeAvailable({kLive, kBatch, kNetwork}, false);

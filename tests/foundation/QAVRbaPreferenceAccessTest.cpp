@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <type_traits>
 
 #include "QAVRbaConfiguration.h"
@@ -103,18 +104,15 @@ TEST_F(PreferenceAccessTest, ConfigurationTextsConvert) {
     EXPECT_FALSE(GetBoolValue("Rendering", key)) << key;
   EXPECT_FALSE(GetBoolValue("Nowhere", "True"));
 
-  EXPECT_EQ(GetIntValue("Rendering", "Mixed"), 12);
-  EXPECT_EQ(GetIntValue("Rendering", "Neg"), -3);
-  EXPECT_EQ(GetIntValue("Rendering", "Sci"), 2);
-  EXPECT_EQ(GetIntValue("Rendering", "Word"), 0);
-  EXPECT_EQ(GetIntValue("Rendering", "Empty"), 0);
-  EXPECT_EQ(GetIntValue("Rendering", "Missing"), 0);
-
-  EXPECT_EQ(GetDoubleValue("Rendering", "Sci"), 2500.0);
-  EXPECT_EQ(GetDoubleValue("Rendering", "Half"), 1.5);
-  EXPECT_EQ(GetDoubleValue("Rendering", "Word"), 0.0);
-  EXPECT_EQ(GetDoubleValue("Rendering", "Empty"), 0.0);
-  EXPECT_EQ(GetDoubleValue("Rendering", "Missing"), 0.0);
+  // Numbers are read from the start of the text; what is not a number reads 0.
+  const std::tuple<const char*, int, double> numbers[] = {
+      {"Mixed", 12, 12.0}, {"Neg", -3, -3.0}, {"Sci", 2, 2500.0},  {"Half", 1, 1.5},
+      {"Word", 0, 0.0},    {"Empty", 0, 0.0}, {"Missing", 0, 0.0},
+  };
+  for (const auto& [key, asInt, asDouble] : numbers) {
+    EXPECT_EQ(GetIntValue("Rendering", key), asInt) << key;
+    EXPECT_EQ(GetDoubleValue("Rendering", key), asDouble) << key;
+  }
 
   EXPECT_EQ(GetStringValue("Rendering", "Mixed"), "12abc");
   EXPECT_EQ(GetStringValue("Rendering", "Spaced"), " yes ");

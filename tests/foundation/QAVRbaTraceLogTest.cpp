@@ -14,24 +14,15 @@ namespace {
 
 // The output with every elapsed time "(<digits> ms)" written "(T ms)"; the times
 // read are appended to `times`.
-std::string WithoutTimes(const std::string& out, std::vector<long>* times = nullptr) {
-  std::string result;
-  std::size_t at = 0;
-  for (std::size_t open; (open = out.find(": (", at)) != std::string::npos;) {
-    const std::size_t digits = open + 3;
-    std::size_t end = digits;
-    while (end < out.size() && out[end] >= '0' && out[end] <= '9')
-      ++end;
-    result += out.substr(at, digits - at);
-    if (end > digits && out.compare(end, 4, " ms)") == 0) {
-      if (times) times->push_back(std::stol(out.substr(digits, end - digits)));
-      result += "T";
-    } else {
-      result += out.substr(digits, end - digits);
-    }
-    at = end;
+std::string WithoutTimes(std::string out, std::vector<long>* times = nullptr) {
+  for (std::size_t at = 0; (at = out.find(": (", at)) != std::string::npos;) {
+    at += 3;
+    const std::size_t end = out.find_first_not_of("0123456789", at);
+    if (end == at || end == std::string::npos || out.compare(end, 4, " ms)") != 0) continue;
+    if (times) times->push_back(std::stol(out.substr(at, end - at)));
+    out.replace(at, end - at, "T");
   }
-  return result + out.substr(at);
+  return out;
 }
 
 class TraceLogTest : public qavtest::HostTest {
@@ -69,19 +60,13 @@ class TraceLogTest : public qavtest::HostTest {
 TEST_F(TraceLogTest, SeverityThreshold) {
   Severity(std::nullopt);
   EXPECT_EQ(Printed(), "E");
-  Severity("2");
-  EXPECT_EQ(Printed(), "EW");
-  Severity("3");
-  EXPECT_EQ(Printed(), "EWI");
-  Severity("-1");  // 255 as an unsigned 8-bit value
-  EXPECT_EQ(Printed(), "EWI");
-  Severity("256");  // 0 as an unsigned 8-bit value
-  EXPECT_EQ(Printed(), "");
-  Severity("verbose");  // atoi gives 0
-  EXPECT_EQ(Printed(), "");
-  Severity("2 and more");  // atoi stops at the first non-digit
-  EXPECT_EQ(Printed(), "EW");
-
+  // The value is read with atoi and kept as an unsigned 8-bit number.
+  const std::pair<const char*, const char*> cases[] = {
+      {"2", "EW"}, {"3", "EWI"}, {"-1", "EWI"}, {"256", ""}, {"verbose", ""}, {"2 and more", "EW"}};
+  for (const auto& [value, printed] : cases) {
+    Severity(value);
+    EXPECT_EQ(Printed(), printed) << value;
+  }
   // The value is the one read at load: changing the environment alone does not
   // change the threshold.
   qavtest::ScopedEnv later("LRE_TRACE_SEVERITY", "3");

