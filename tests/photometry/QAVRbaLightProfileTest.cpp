@@ -7,12 +7,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <clocale>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <initializer_list>
 #include <limits>
 #include <map>
 #include <sstream>
@@ -74,6 +76,11 @@ class LightProfileTest : public ::testing::Test {
   void Load(const std::string& name) { ASSERT_TRUE(Read(Data(name))) << Error(); }
   void LoadText(const std::string& text) { ASSERT_TRUE(ReadText(text)) << Error(); }
   double At(double h, double v) const { return _profile.GetLightProfileValue(h, v); }
+  // Each case is {h, v, candela}, compared exactly.
+  void ExpectAt(std::initializer_list<std::array<double, 3>> cases) const {
+    for (const auto& [h, v, candela] : cases)
+      EXPECT_EQ(At(h, v), candela) << "at h " << h << ", v " << v;
+  }
 
   qavtest::ScratchDir _scratch;
   QAVRbaLightProfile _profile;
@@ -305,29 +312,30 @@ TEST_F(LightProfileTest, RotationalProfile) {
   EXPECT_EQ(_profile.GetVerticalCoverage(), Coverage::Hemisphere);
   for (const double h : {0.0, 33.0, 180.0, 270.0, 359.9, -45.0, 720.0})
     EXPECT_EQ(At(h, 20), 800.0) << h;
-  EXPECT_EQ(At(0, 5), 950.0);
-  EXPECT_EQ(At(0, 90), 100.0);
-  EXPECT_EQ(At(0, 95), 0.0);        // V range 90: nothing above 90 degrees
-  EXPECT_EQ(At(0, 90.0004), 0.0);   // cut before any tolerance applies
-  EXPECT_EQ(At(0, 9.9996), 900.0);  // within 0.001 of 10: that angle, exactly
-  EXPECT_EQ(At(0, 10.0004), 900.0);
-  EXPECT_EQ(At(0, -10), 900.0);  // v = 350 -> the opposite azimuth at 10
-  EXPECT_EQ(At(10, 200), 0.0);   // h 190, v 160, above 90
-  EXPECT_EQ(At(10, 560), 0.0);   // 560 - 360 = 200, the same direction
-  EXPECT_EQ(At(0, 360 + 30), 700.0);
+  // V range 90: nothing above 90 degrees, cut before any tolerance applies;
+  // within 0.001 of 10 is that angle, exactly. v -10 is v 350: the opposite
+  // azimuth at 10. v 200 at h 10 is h 190 at v 160, above 90; 560 is 200.
+  ExpectAt({{0, 5, 950},
+            {0, 90, 100},
+            {0, 95, 0},
+            {0, 90.0004, 0},
+            {0, 9.9996, 900},
+            {0, 10.0004, 900},
+            {0, -10, 900},
+            {10, 200, 0},
+            {10, 560, 0},
+            {0, 390, 700}});
 }
 
 TEST_F(LightProfileTest, QuadrantProfileMirrorsIntoTheFirstQuadrant) {
   Load("sym_h90_quadrant.ies");  // H 0 45 90, V 0 30 60 90, rows 100.., 200.., 300..
   EXPECT_EQ(_profile.GetHorizontalSymmetry(), Symmetry::Quadrant);
-  EXPECT_EQ(At(135, 30), 210.0);  // 135 -> 45
-  EXPECT_EQ(At(135, 15), 205.0);
+  // 135 -> 45; bilinear with all four weights 1/4 at 22.5, 15; 45.0004 counts
+  // as 45: no interpolation.
+  ExpectAt({{135, 30, 210}, {135, 15, 205}, {22.5, 15, 155}, {45.0004, 30, 210}, {0, 95, 0}});
   EXPECT_DOUBLE_EQ(At(300, 0), 300.0 / 3 + 400.0 / 3);          // 300 -> 60, t = 2/3 on 45
   EXPECT_DOUBLE_EQ(At(100, 0), 300.0 * 7 / 9 + 200.0 * 2 / 9);  // 100 -> 80
-  EXPECT_EQ(At(22.5, 15), 155.0);                               // bilinear, all four weights 1/4
-  EXPECT_EQ(At(45.0004, 30), 210.0);                            // counts as 45: no interpolation
   EXPECT_DOUBLE_EQ(At(44.9, 30), 210.0 - 100.0 * 0.1 / 45);
-  EXPECT_EQ(At(0, 95), 0.0);
   // The fold makes the four quadrants identical.
   for (int a = 0; a <= 12; ++a)
     for (int b = 0; b <= 18; ++b) {
@@ -344,19 +352,15 @@ TEST_F(LightProfileTest, BilateralProfileMirrorsAboutTheZeroPlane) {
   Load("sym_h180_bilateral.ies");  // H and V 0..180 by 45, C[i][j] = 100 (i + 1) + j
   EXPECT_EQ(_profile.GetHorizontalSymmetry(), Symmetry::Bilateral);
   EXPECT_EQ(_profile.GetVerticalCoverage(), Coverage::Sphere);
-  EXPECT_EQ(At(270, 45), 301.0);  // 270 -> 90
+  ExpectAt({{270, 45, 301}, {0, 180, 104}});  // 270 -> 90
   EXPECT_DOUBLE_EQ(At(200, 90), 502.0 * 5 / 9 + 402.0 * 4 / 9);
   // v 200 at h 10 is h 190 at v 160, mirrored to h 170; the table is linear in
   // its indices, so the bilinear result is exact.
   EXPECT_EQ(At(10, 200), At(170, 160));
   EXPECT_NEAR(At(10, 200), 100.0 * (170.0 / 45 + 1) + 160.0 / 45, 1e-9);
-  EXPECT_EQ(At(0, 180), 104.0);
   for (int a = 0; a <= 16; ++a)
-    for (int b = 0; b <= 24; ++b) {
-      const double h = 11.25 * a;
-      const double v = 7.5 * b;
-      EXPECT_EQ(At(360 - h, v), At(h, v)) << h << " " << v;
-    }
+    for (int b = 0; b <= 24; ++b)
+      EXPECT_EQ(At(360 - 11.25 * a, 7.5 * b), At(11.25 * a, 7.5 * b)) << a << " " << b;
 }
 
 TEST_F(LightProfileTest, FullProfileHasNoWrapAround) {
@@ -364,12 +368,13 @@ TEST_F(LightProfileTest, FullProfileHasNoWrapAround) {
   EXPECT_EQ(_profile.GetHorizontalSymmetry(), Symmetry::Full);
   EXPECT_DOUBLE_EQ(At(300, 90), 501.0 / 3 + 401.0 * 2 / 3);
   EXPECT_DOUBLE_EQ(At(-30, 90), 501.0 * 2 / 3 + 401.0 / 3);  // -30 -> 330
-  EXPECT_EQ(At(270, 90), 401.0);
-  EXPECT_EQ(At(0, 45), 100.5);
-  EXPECT_EQ(At(360, 0), 100.0);  // 360 -> 0, the first plane
-  // Inputs that are not numbers give no light rather than a crash.
-  EXPECT_EQ(At(std::numeric_limits<double>::quiet_NaN(), 10), 0.0);
-  EXPECT_EQ(At(10, std::numeric_limits<double>::infinity()), 0.0);
+  // 360 -> 0, the first plane. Inputs that are not numbers give no light.
+  constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+  ExpectAt({{270, 90, 401},
+            {0, 45, 100.5},
+            {360, 0, 100},
+            {kNaN, 10, 0},
+            {10, std::numeric_limits<double>::infinity(), 0}});
 }
 
 TEST_F(LightProfileTest, UnsupportedRangesGiveNoLight) {
@@ -389,44 +394,32 @@ TEST_F(LightProfileTest, UnsupportedRangesGiveNoLight) {
 
 TEST_F(LightProfileTest, VerticalRange360Rules) {
   // Rotational, V 0..360 by 90 -> 10..50: azimuths strictly between 90 and 270
-  // read the far half of the vertical list.
+  // read the far half of the vertical list (180, 45 is v 315).
   Load("sym_h0_v360.ies");
   EXPECT_EQ(_profile.GetVerticalCoverage(), Coverage::Range360);
-  EXPECT_EQ(At(0, 45), 15.0);
-  EXPECT_EQ(At(180, 45), 45.0);  // v 315
-  EXPECT_EQ(At(90, 45), 15.0);
-  EXPECT_EQ(At(270, 45), 15.0);
-  // Bilateral: only azimuths above 180 are turned, by half a turn.
-  Load("sym_h180_v360.ies");      // H 0 90 180, C[i][j] = 100 (i + 1) + 10 j
-  EXPECT_EQ(At(270, 45), 235.0);  // h 90, v 315
-  EXPECT_EQ(At(135, 45), 255.0);
-  EXPECT_EQ(At(180, 45), 305.0);
+  ExpectAt({{0, 45, 15}, {180, 45, 45}, {90, 45, 15}, {270, 45, 15}});
+  // Bilateral: only azimuths above 180 are turned, by half a turn: 270, 45 is
+  // h 90, v 315.
+  Load("sym_h180_v360.ies");  // H 0 90 180, C[i][j] = 100 (i + 1) + 10 j
+  ExpectAt({{270, 45, 235}, {135, 45, 255}, {180, 45, 305}});
 }
 
 TEST_F(LightProfileTest, OutsideTheTableAndScaling) {
   // V 10 55 100 (range 90): below the first angle there is no extrapolation;
   // above 90 the range rule cuts, even inside the table.
   LoadText("TILT=NONE\n1 1000 1.0 3 1 1 2 0 0 0\n1.0 1.0 10\n10 55 100\n0\n100 200 400\n");
-  EXPECT_EQ(At(0, 5), 0.0);
-  EXPECT_EQ(At(0, 10), 100.0);
-  EXPECT_EQ(At(0, 32.5), 150.0);
+  ExpectAt({{0, 5, 0}, {0, 10, 100}, {0, 32.5, 150}, {0, 91, 0}});
   EXPECT_DOUBLE_EQ(At(0, 90), 400.0 * 35 / 45 + 200.0 * 10 / 45);
-  EXPECT_EQ(At(0, 91), 0.0);
   // V 90..180: only exactly 90 degrees ever gives light.
   LoadText("TILT=NONE\n1 1000 1.0 3 1 1 2 0 0 0\n1.0 1.0 10\n90 135 180\n0\n7 8 9\n");
-  EXPECT_EQ(At(0, 90), 7.0);
-  EXPECT_EQ(At(0, 100), 0.0);
-  EXPECT_EQ(At(0, 45), 0.0);
-  // H 10..100 (range 90): azimuths folded below 10 are outside the table.
+  ExpectAt({{0, 90, 7}, {0, 100, 0}, {0, 45, 0}});
+  // H 10..100 (range 90): azimuths folded below 10 (175 mirrors to 5) are
+  // outside the table; 95 folds to 85.
   LoadText("TILT=NONE\n1 1000 1.0 2 2 1 2 0 0 0\n1.0 1.0 10\n0 90\n10 100\n10 20\n30 40\n");
-  EXPECT_EQ(At(5, 0), 0.0);
-  EXPECT_EQ(At(175, 0), 0.0);  // mirrored to 5
-  EXPECT_EQ(At(10, 0), 10.0);
-  EXPECT_EQ(At(95, 0), 10.0 * 15 / 90 + 30.0 * 75 / 90);  // folded to 85
+  ExpectAt({{5, 0, 0}, {175, 0, 0}, {10, 0, 10}, {95, 0, 10.0 * 15 / 90 + 30.0 * 75 / 90}});
   // A candela multiplier of 2 and a ballast factor of 0.5 give the raw values.
   Load("tilt_include.ies");
-  EXPECT_EQ(At(0, 0), 100.0);
-  EXPECT_EQ(At(0, 45), 75.0);
+  ExpectAt({{0, 0, 100}, {0, 45, 75}});
   LoadText("TILT=NONE\n1 1000 3.0 2 1 1 2 0 0 0\n0.25 1.0 10\n0 90\n0\n100 50\n");
   EXPECT_EQ(At(0, 0), 75.0);
   // A valid file without angles samples as no light.
