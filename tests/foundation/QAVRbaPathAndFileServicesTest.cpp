@@ -21,9 +21,7 @@ class PathAndFileServicesTest : public qavtest::HostTest {
  protected:
   // Sets "QAVGraphicPath" and re-reads it as at load.
   void GraphicPath(std::optional<std::string> value) {
-    _graphicPath.reset();
-    _graphicPath.emplace("QAVGraphicPath", std::move(value));
-    ResetProcessState();
+    SetEnvAndReload("QAVGraphicPath", std::move(value));
   }
   // A directory of the scratch area (created).
   std::string Dir(const std::string& name) {
@@ -51,13 +49,6 @@ class PathAndFileServicesTest : public qavtest::HostTest {
     QAVRbaPathAndFileServices::RetreiveTexturePath(name, found);
     return found.str();
   }
-  void TearDown() override {
-    _graphicPath.reset();
-    HostTest::TearDown();
-  }
-
- private:
-  std::optional<qavtest::ScopedEnv> _graphicPath;
 };
 
 std::vector<std::string> Listed(const char* directory, QAVListValQAVUnicodeString extensions) {

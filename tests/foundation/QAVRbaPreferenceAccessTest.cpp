@@ -25,18 +25,12 @@ class PreferenceAccessTest : public qavtest::HostTest {
 
 TEST_F(PreferenceAccessTest, ReadersFallBackOnAbsenceTypeAndEmptiness) {
   QAVSysPreferenceRepository& repo = *_repo;
-  const int count = 4;
-  const short five = 5;
-  const short zero = 0;
-  const double ratio = 0.25;
-  const QAVString empty;
-  const QAVString name = "studio";
-  repo.WritePreference("Count", &count, 1);
-  repo.WritePreference("Five", &five, 1);
-  repo.WritePreference("Zero", &zero, 1);
-  repo.WritePreference("Ratio", &ratio, 1);
-  repo.WritePreference("Empty", &empty);
-  repo.WritePreference("Name", &name);
+  SetPreference(repo, "Count", 4);
+  SetPreference(repo, "Five", static_cast<short>(5));
+  SetPreference(repo, "Zero", static_cast<short>(0));
+  SetPreference(repo, "Ratio", 0.25);
+  SetPreference(repo, "Empty", QAVString());
+  SetPreference(repo, "Name", QAVString("studio"));
 
   EXPECT_EQ(GetPreference(repo, "Count", 7), 4);
   EXPECT_EQ(GetPreference(repo, "Count", 2.5), 2.5);  // an int is not a double

@@ -29,9 +29,7 @@ class TraceLogTest : public qavtest::HostTest {
  protected:
   // Sets "LRE_TRACE_SEVERITY" (nullopt: unset) and re-reads it as at load.
   void Severity(std::optional<std::string> value) {
-    _severity.reset();
-    _severity.emplace("LRE_TRACE_SEVERITY", std::move(value));
-    ResetProcessState();
+    SetEnvAndReload("LRE_TRACE_SEVERITY", std::move(value));
   }
   // Which of error, warning, information and severity 3 print.
   std::string Printed() {
@@ -46,13 +44,6 @@ class TraceLogTest : public qavtest::HostTest {
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), static_cast<long>(kinds.size()));
     return kinds;
   }
-  void TearDown() override {
-    _severity.reset();
-    HostTest::TearDown();
-  }
-
- private:
-  std::optional<qavtest::ScopedEnv> _severity;
 };
 
 }  // namespace

@@ -62,11 +62,18 @@ void HostTest::SetUp() {
 }
 
 void HostTest::TearDown() {
+  while (!_env.empty())
+    _env.pop_back();
   ResetProcessState();
   _settingsDir.reset();
 }
 
 void HostTest::ResetProcessState() { QAVProcessState::ResetAll(); }
+
+void HostTest::SetEnvAndReload(const char* name, std::optional<std::string> value) {
+  _env.push_back(std::make_unique<ScopedEnv>(name, std::move(value)));
+  ResetProcessState();
+}
 
 fs::path SharedDir() {
   const fs::path dir = QAV_SHARED_DIR;

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -51,9 +52,13 @@ class HostTest : public ::testing::Test {
   void TearDown() override;
   // Re-reads what the library reads at load (after changing the environment).
   static void ResetProcessState();
+  // Sets (nullopt: unsets) an environment variable until the end of the test,
+  // then re-reads what the library reads at load.
+  void SetEnvAndReload(const char* name, std::optional<std::string> value);
 
   ScratchDir _scratch;
   std::optional<ScopedEnv> _settingsDir;
+  std::vector<std::unique_ptr<ScopedEnv>> _env;  // restored last set first
 };
 
 // The shared test data beside the project, or empty when it is missing.
