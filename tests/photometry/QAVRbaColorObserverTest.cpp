@@ -81,7 +81,7 @@ class ScreenProfileObserverTest : public qavtest::HostTest {
   HRESULT _result = S_OK;
 };
 
-TEST_F(ScreenProfileObserverTest, SettingChangesReachTheCallbackUntilDestroyed) {
+TEST_F(ScreenProfileObserverTest, SettingChangesAndRefusalsUntilDestroyed) {
   QAVCallbackManager* callbacks = Options()->GetCallbackManager();
   const int before = callbacks->GetCallbackCount(QAVSettingRepository::ModifiedEvent());
   CreateObserver();
@@ -92,20 +92,28 @@ TEST_F(ScreenProfileObserverTest, SettingChangesReachTheCallbackUntilDestroyed) 
   EXPECT_EQ(_calls[0], _viewer.get());
   EXPECT_TRUE(Shown().empty());
 
+  // A refused profile is reported; only E_FAIL means a wrong profile.
+  for (const HRESULT result : {E_FAIL, S_FALSE, E_INVALIDARG}) {
+    _result = result;
+    _observer->updateProfile();
+  }
+  EXPECT_EQ(_calls.size(), 4u);
+  EXPECT_EQ(Shown(), std::vector<std::string>{CatalogText("WrongProfileMessage")});
+  _result = S_OK;
+
   // Without a current window there is nobody to refresh.
   _layout->SetCurrentWindow(nullptr);
   Set("ProfileCombo", 0);
-  EXPECT_EQ(_calls.size(), 1u);
   QAVFrmLayout::SetCurrentLayout(nullptr);
   _observer->updateProfile();
-  EXPECT_EQ(_calls.size(), 1u);
+  EXPECT_EQ(_calls.size(), 4u);
 
   _observer.reset();
   EXPECT_EQ(callbacks->GetCallbackCount(QAVSettingRepository::ModifiedEvent()), before);
   QAVFrmLayout::SetCurrentLayout(_layout.get());
   _layout->SetCurrentWindow(_window.get());
   Set("ProfileCombo", 3);
-  EXPECT_EQ(_calls.size(), 1u);
+  EXPECT_EQ(_calls.size(), 4u);
 }
 
 TEST_F(ScreenProfileObserverTest, ChosenProfileFileMustBeThere) {
@@ -135,23 +143,6 @@ TEST_F(ScreenProfileObserverTest, ChosenProfileFileMustBeThere) {
   Set("ProfileCombo", 1);
   EXPECT_EQ(_calls.size(), 2u);
   EXPECT_EQ(Shown().size(), 1u);
-}
-
-TEST_F(ScreenProfileObserverTest, RefusedProfileIsReported) {
-  CreateObserver();
-  _result = E_FAIL;
-  _observer->updateProfile();
-  EXPECT_EQ(_calls.size(), 1u);
-  EXPECT_EQ(Shown(), std::vector<std::string>{CatalogText("WrongProfileMessage")});
-
-  // Only E_FAIL means a wrong profile.
-  QAVNotificationDialog::ClearShownMessages();
-  for (const HRESULT other : {S_FALSE, E_INVALIDARG}) {
-    _result = other;
-    _observer->updateProfile();
-  }
-  EXPECT_EQ(_calls.size(), 3u);
-  EXPECT_TRUE(Shown().empty());
 }
 
 TEST_F(ScreenProfileObserverTest, WithoutRepositoryUpdateIsFatal) {
