@@ -5,7 +5,6 @@
 #include <cfloat>
 #include <climits>
 #include <cstdint>
-#include <cstring>
 #include <filesystem>
 #include <limits>
 #include <type_traits>
@@ -29,17 +28,24 @@ class SettingRepositoryTest : public qavtest::HostTest {
   }
 };
 
-// Reads a key back and compares it with what was written, bit for bit for numbers.
+// Numbers compare by their bits, so that -0 and NaN payloads count.
+template <typename T>
+auto Bits(const T& v) {
+  if constexpr (std::is_same_v<T, float>)
+    return std::bit_cast<std::uint32_t>(v);
+  else if constexpr (std::is_same_v<T, double>)
+    return std::bit_cast<std::uint64_t>(v);
+  else
+    return v;
+}
+
+// Reads a key back and compares it with what was written.
 template <typename T, std::size_t N>
 void ExpectStored(QAVSettingRepository* repo, const char* key, const T (&written)[N]) {
   std::vector<T> back(N);
   ASSERT_EQ(repo->ReadSetting(key, back.data(), static_cast<int>(N)), S_OK) << key;
-  for (std::size_t k = 0; k < N; ++k) {
-    if constexpr (std::is_arithmetic_v<T>)
-      EXPECT_EQ(std::memcmp(&back[k], &written[k], sizeof(T)), 0) << key << " " << k;
-    else
-      EXPECT_EQ(back[k], written[k]) << key << " " << k;
-  }
+  for (std::size_t k = 0; k < N; ++k)
+    EXPECT_EQ(Bits(back[k]), Bits(written[k])) << key << " " << k;
 }
 
 }  // namespace
