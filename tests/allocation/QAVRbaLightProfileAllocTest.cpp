@@ -1,6 +1,7 @@
 // Sampling allocates nothing, and a file that claims far more angles than it
 // holds does not make the reader allocate for the claim. Global operator new and
-// delete are replaced in this test program by counting versions over malloc.
+// delete are replaced by counting versions over malloc in this test program,
+// which has no other tests so that nothing else runs with them.
 #include <gtest/gtest.h>
 
 #include <atomic>
