@@ -28,7 +28,8 @@ qav_require_commands() {
   done
 }
 
-# Configures and builds into $1 with the remaining arguments passed to cmake.
+# Configures and builds into $1 with the remaining arguments passed to cmake;
+# builds only the targets listed in QAV_TARGETS when it is set.
 qav_build() {
   local dir=$1; shift
   local generator=()
@@ -38,5 +39,7 @@ qav_build() {
   else
     cmake "$dir" "$@" >/dev/null
   fi
-  cmake --build "$dir" -j "$(nproc)"
+  local targets=()
+  [ -n "${QAV_TARGETS:-}" ] && targets=(--target $QAV_TARGETS)
+  cmake --build "$dir" -j "$(nproc)" "${targets[@]}"
 }
