@@ -56,10 +56,11 @@ int RerunWithDemoEnvironment(const std::string& resources, const qavcli::Args& a
   std::vector<std::string> argvText = {"qavrba", "demo"};
   argvText.insert(argvText.end(), args.begin(), args.end());
   std::vector<char*> argv;
+  argv.reserve(argvText.size() + 1);
   for (std::string& a : argvText)
     argv.push_back(a.data());
   argv.push_back(nullptr);
-  std::fflush(stdout);
+  (void)std::fflush(stdout);
   ::execv("/proc/self/exe", argv.data());
   return qavcli::Fail("cannot run the tour again with its environment");
 }

@@ -40,17 +40,17 @@ bool Register(const Command& command) {
 const std::vector<Command>& Commands() { return Registry(); }
 
 int Fail(const std::string& message) {
-  std::fprintf(stderr, "qavrba: %s\n", message.c_str());
+  (void)std::fprintf(stderr, "qavrba: %s\n", message.c_str());
   return 1;
 }
 
 void PrintUsage(const char* command) {
   for (const Command& c : Registry())
-    if (std::strcmp(c.name, command) == 0) std::fprintf(stderr, "usage:\n%s\n", c.usage);
+    if (std::strcmp(c.name, command) == 0) (void)std::fprintf(stderr, "usage:\n%s\n", c.usage);
 }
 
 int UsageError(const char* command, const std::string& message) {
-  std::fprintf(stderr, "qavrba %s: %s\n", command, message.c_str());
+  (void)std::fprintf(stderr, "qavrba %s: %s\n", command, message.c_str());
   PrintUsage(command);
   return 2;
 }
@@ -90,6 +90,6 @@ int main(int argc, char** argv) {
     }
     return c.handler(args);
   }
-  std::fprintf(stderr, "qavrba: unknown command '%s' (try qavrba --help)\n", name.c_str());
+  (void)std::fprintf(stderr, "qavrba: unknown command '%s' (try qavrba --help)\n", name.c_str());
   return 2;
 }
