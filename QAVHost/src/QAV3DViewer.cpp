@@ -6,9 +6,7 @@ QAV3DViewer::QAV3DViewer(const char* name) : QAVViewer(name) {}
 
 QAV3DViewer::~QAV3DViewer() = default;
 
-void QAV3DViewer::SetVizViewer(QAVVizViewer* vizViewer) {
-  _vizViewer = QAVRef(vizViewer);
-}
+void QAV3DViewer::SetVizViewer(QAVVizViewer* vizViewer) { _vizViewer = QAVRef(vizViewer); }
 
 QAVString QAV3DViewer::GetInfiniteEnvironmentRootName() const {
   return _vizViewer ? _vizViewer->GetInfiniteEnvironmentRootName() : QAVString();

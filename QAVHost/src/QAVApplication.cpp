@@ -38,9 +38,7 @@ void QAVApplication::ResetMainApplication() {
 
 QAV_REGISTER_RESET(QAVApplication, &QAVApplication::ResetMainApplication);
 
-void QAVApplication::CommandCreated(QAVCommand* command) {
-  _commands.push_back(command);
-}
+void QAVApplication::CommandCreated(QAVCommand* command) { _commands.push_back(command); }
 
 void QAVApplication::CommandDestroyed(QAVCommand* command) {
   const auto known = std::find(_commands.begin(), _commands.end(), command);

@@ -26,14 +26,10 @@ SimulatedFailure& Failure() {
   return failure;
 }
 
-void ResetSimulatedFailure() {
-  Failure() = SimulatedFailure();
-}
+void ResetSimulatedFailure() { Failure() = SimulatedFailure(); }
 QAV_REGISTER_RESET(QAVAtomicFile, ResetSimulatedFailure);
 
-bool Fails(QAVAtomicFile::Stage stage) {
-  return Failure().stage == stage;
-}
+bool Fails(QAVAtomicFile::Stage stage) { return Failure().stage == stage; }
 
 bool SetError(std::string* error, const std::string& what, int code) {
   if (error) *error = what + ": " + std::strerror(code);

@@ -30,13 +30,9 @@ QAVCommand::~QAVCommand() {
   if (QAVApplication* application = QAVApplication::_main) application->CommandDestroyed(this);
 }
 
-int QAVCommand::Activate(QAVCommand* /*from*/, QAVNotification* /*notification*/) {
-  return 0;
-}
+int QAVCommand::Activate(QAVCommand* /*from*/, QAVNotification* /*notification*/) { return 0; }
 
-int QAVCommand::Desactivate(QAVCommand* /*from*/, QAVNotification* /*notification*/) {
-  return 0;
-}
+int QAVCommand::Desactivate(QAVCommand* /*from*/, QAVNotification* /*notification*/) { return 0; }
 
 int QAVCommand::Cancel(QAVCommand* /*from*/, QAVNotification* /*notification*/) {
   RequestDelayedDestruction();

@@ -39,9 +39,7 @@ QAVCommandHeader* QAVCommandHeader::GetHeaderFromList(const char* headerName) {
   return it == headers.end() ? nullptr : it->get();
 }
 
-int QAVCommandHeader::GetHeaderCount() {
-  return static_cast<int>(HeaderList().size());
-}
+int QAVCommandHeader::GetHeaderCount() { return static_cast<int>(HeaderList().size()); }
 
 void QAVCommandHeader::ResetHeaderList() {
   // Swap first: a header's destruction must not see a half-emptied list.

@@ -14,9 +14,7 @@ QAVRef<QAVFrmLayout>& CurrentLayout() {
   return *current;
 }
 
-void ResetCurrentLayout() {
-  QAVFrmLayout::SetCurrentLayout(nullptr);
-}
+void ResetCurrentLayout() { QAVFrmLayout::SetCurrentLayout(nullptr); }
 }  // namespace
 
 QAV_REGISTER_RESET(QAVFrmLayout, &ResetCurrentLayout);
@@ -30,9 +28,7 @@ QAVFrmLayout::~QAVFrmLayout() {
     _windows.pop_back();
 }
 
-QAVFrmLayout* QAVFrmLayout::GetCurrentLayout() {
-  return CurrentLayout().get();
-}
+QAVFrmLayout* QAVFrmLayout::GetCurrentLayout() { return CurrentLayout().get(); }
 
 void QAVFrmLayout::SetCurrentLayout(QAVFrmLayout* layout) {
   // The old layout's destruction may run code that asks for the current layout:

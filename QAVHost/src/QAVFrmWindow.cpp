@@ -15,9 +15,7 @@ QAVNativeWindowHandle NextNativeHandle() {
 
 QAVFrmWindow::QAVFrmWindow(const char* name) : _name(name), _nativeHandle(NextNativeHandle()) {}
 
-QAVFrmWindow::~QAVFrmWindow() {
-  SetViewer(nullptr);
-}
+QAVFrmWindow::~QAVFrmWindow() { SetViewer(nullptr); }
 
 void QAVFrmWindow::SetViewer(QAVViewer* viewer) {
   if (viewer == _viewer.get()) return;

@@ -10,6 +10,4 @@ QAVModifyAttribut::QAVModifyAttribut(QAVBaseUnknown* object, QAVBaseUnknown_var 
 
 QAVModifyAttribut::~QAVModifyAttribut() = default;
 
-QAVModelNotification* QAVModifyAttribut::Clone() const {
-  return new QAVModifyAttribut(*this);
-}
+QAVModelNotification* QAVModifyAttribut::Clone() const { return new QAVModifyAttribut(*this); }

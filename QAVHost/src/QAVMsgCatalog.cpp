@@ -24,9 +24,7 @@ std::map<std::string, Catalog>& Cache() {
   return *cache;
 }
 
-void ForgetCatalogs() {
-  Cache().clear();
-}
+void ForgetCatalogs() { Cache().clear(); }
 QAV_REGISTER_RESET(QAVMsgCatalog, ForgetCatalogs);
 
 std::string FindCatalogFile(const std::string& name) {

@@ -4,9 +4,7 @@ QAV_IMPLEMENT_CLASS(QAVPathElement, QAVBaseUnknown, "System");
 
 QAVPathElement::QAVPathElement() = default;
 
-QAVPathElement::QAVPathElement(QAVBaseUnknown* root) {
-  AddChildElement(root);
-}
+QAVPathElement::QAVPathElement(QAVBaseUnknown* root) { AddChildElement(root); }
 
 QAVPathElement::QAVPathElement(const QAVPathElement& other)
     : QAVBaseUnknown(other), _elements(other._elements) {}
@@ -31,9 +29,7 @@ void QAVPathElement::AddFatherElement(QAVBaseUnknown* element) {
   if (element) _elements.insert(_elements.begin(), QAVBaseUnknown_var(element));
 }
 
-void QAVPathElement::Clear() {
-  _elements.clear();
-}
+void QAVPathElement::Clear() { _elements.clear(); }
 
 QAVBaseUnknown_var QAVPathElement::FindElement(const IID& iid) const {
   for (const auto& element : _elements) {

@@ -28,9 +28,7 @@ std::unique_ptr<Configuration>& Slot() {
   return *slot;
 }
 
-void Forget() {
-  Slot().reset();
-}
+void Forget() { Slot().reset(); }
 QAV_REGISTER_RESET(QAVRbaConfiguration, Forget);
 
 const Line* FindIn(const std::vector<Line>& lines, const std::string& section,

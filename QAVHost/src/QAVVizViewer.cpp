@@ -8,9 +8,7 @@ const char* QAVVizViewer::VIEWER_BACKGROUND_CHANGED() {
   return "QAVVizViewerVIEWER_BACKGROUND_CHANGEDEvt";
 }
 
-const char* QAVVizViewer::VIEWER_DESTROYED() {
-  return "QAVVizViewerVIEWER_DESTROYEDEvt";
-}
+const char* QAVVizViewer::VIEWER_DESTROYED() { return "QAVVizViewerVIEWER_DESTROYEDEvt"; }
 
 QAVVizViewer::QAVVizViewer(const char* name) : QAVViewer(name) {}
 
