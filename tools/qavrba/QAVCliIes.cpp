@@ -283,7 +283,10 @@ std::string PlotSvg(const QAVRbaLightProfile& p, const std::string& title) {
   for (const double h : {0.0, 90.0, 180.0, 270.0})
     for (int k = 0; k <= 360; ++k)
       peak = std::max(peak, p.GetLightProfileValue(h, k * kStep));
-  const double scaleMax = NiceCeiling(peak);
+  // Rings every nice step, as few as reach the peak (at most five).
+  const double ringStep = NiceCeiling(peak / 5.0);
+  const int rings = std::max(1, static_cast<int>(std::ceil(peak / ringStep * (1.0 - 1e-12))));
+  const double scaleMax = ringStep * rings;
 
   std::string svg;
   auto add = [&svg](const std::string& text) { svg += text + "\n"; };
@@ -300,10 +303,9 @@ std::string PlotSvg(const QAVRbaLightProfile& p, const std::string& title) {
 
   // Scale rings with their candela labels, spokes and angle labels.
   add("<g fill=\"none\" stroke=\"#bbb\" stroke-width=\"0.8\">");
-  constexpr int kRings = 5;
-  for (int k = 1; k <= kRings; ++k)
+  for (int k = 1; k <= rings; ++k)
     add("<circle cx=\"" + Fixed(cx) + "\" cy=\"" + Fixed(cy) + "\" r=\"" +
-        Fixed(radius * k / kRings) + "\"/>");
+        Fixed(radius * k / rings) + "\"/>");
   for (int a = 0; a < 360; a += 15) {
     const double rad = a * M_PI / 180.0;
     add("<line x1=\"" + Fixed(cx) + "\" y1=\"" + Fixed(cy) + "\" x2=\"" +
@@ -314,9 +316,9 @@ std::string PlotSvg(const QAVRbaLightProfile& p, const std::string& title) {
   add("<g font-size=\"11\" fill=\"#333\">");
   // Ring labels just inside each ring, right of the upward axis, clear of the
   // angle labels outside the outer ring.
-  for (int k = 1; k <= kRings; ++k)
-    add("<text x=\"" + Fixed(cx + 4) + "\" y=\"" + Fixed(cy - radius * k / kRings + 12) + "\">" +
-        CandelaLabel(scaleMax * k / kRings) + "</text>");
+  for (int k = 1; k <= rings; ++k)
+    add("<text x=\"" + Fixed(cx + 4) + "\" y=\"" + Fixed(cy - radius * k / rings + 12) + "\">" +
+        CandelaLabel(scaleMax * k / rings) + "</text>");
   for (int a = 0; a <= 180; a += 30) {
     const double rad = a * M_PI / 180.0;
     const double r = radius + 16;
