@@ -196,10 +196,11 @@ TEST_F(PhotometryCliTest, IesInfoSampleGridAndPlot) {
   ASSERT_EQ(run.status, 0) << run.err;
   const std::string svg = Output("plot.svg");
   EXPECT_EQ(svg.rfind("<?xml", 0), 0u);
-  // Peak 504 cd: the scale ends on 1000 cd in rings of 200.
+  // Peak 504 cd: rings of 200 cd, the last one the first past the peak.
   for (const char* part : {">sym_h180_bilateral.ies</text>", "C0 - C180 plane", "stroke-dasharray",
-                           ">200 cd</text>", ">1000 cd</text>", "</svg>"})
+                           ">200 cd</text>", ">600 cd</text>", "</svg>"})
     EXPECT_TRUE(Has(svg, part)) << part;
+  EXPECT_FALSE(Has(svg, ">800 cd</text>"));
   // Two curves of 2 x 361 points each: a move and 721 line segments.
   EXPECT_EQ(Count(svg, "<path d=\"M"), 2u);
   EXPECT_EQ(Count(svg, " L"), 2u * 721);
