@@ -1,9 +1,6 @@
 // Runs the built qavrba program on a scratch settings directory.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 
@@ -16,30 +13,17 @@ namespace {
 
 class SettingsCliTest : public qavtest::HostTest {
  protected:
+  using Run = qavtest::ProgramRun;
   void SetUp() override {
     qavtest::HostTest::SetUp();
-    _program = fs::path(QAV_BINARY_DIR) / "bin" / "qavrba";
-    if (!fs::exists(_program)) GTEST_SKIP() << "qavrba is not built";
+    if (qavtest::QavrbaProgram().empty()) GTEST_SKIP() << "qavrba is not built";
   }
-
-  struct Run {
-    int status;
-    std::string out;
-    std::string err;
-  };
   Run Qavrba(const std::string& arguments) const {
-    const fs::path out = _scratch.path() / "out.txt";
-    const fs::path err = _scratch.path() / "err.txt";
-    const std::string command = "'" + _program.string() + "' settings " + arguments + " >'" +
-                                out.string() + "' 2>'" + err.string() + "'";
-    const int raw = std::system(command.c_str());
-    return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, qavtest::ReadFile(out), qavtest::ReadFile(err)};
+    return qavtest::RunQavrba("settings " + arguments, _scratch);
   }
   fs::path LiveFile() const {
     return _scratch.path() / "settings" / "RenderingLiveSettings.settings";
   }
-
-  fs::path _program;
 };
 
 }  // namespace

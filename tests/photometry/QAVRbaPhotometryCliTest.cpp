@@ -1,11 +1,7 @@
 // Runs the built qavrba program: the blackbody, color and ies commands.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
-#include <cstdlib>
 #include <filesystem>
-#include <optional>
 #include <string>
 
 #include "QAVMMColorProfile.h"
@@ -36,8 +32,7 @@ class PhotometryCliTest : public qavtest::HostTest {
  protected:
   void SetUp() override {
     qavtest::HostTest::SetUp();
-    _program = fs::path(QAV_BINARY_DIR) / "bin" / "qavrba";
-    if (!fs::exists(_program)) GTEST_SKIP() << "qavrba is not built";
+    if (qavtest::QavrbaProgram().empty()) GTEST_SKIP() << "qavrba is not built";
     // Installed profiles: 1 sRGB, 2 linear sRGB, 3 not a profile; nothing else.
     const fs::path icc = _scratch.path() / "icc";
     fs::create_directories(icc);
@@ -47,34 +42,14 @@ class PhotometryCliTest : public qavtest::HostTest {
         QAVMMColorProfile::CreateRGB("Linear sRGB", QAVRGBChromaticities::SRGB(), 1.0))
         ->SaveToFile(QAVUnicodeString((icc / "2-linear.icc").string()));
     _scratch.Write("icc/3-junk.icc", "junk");
-    _iccPath.emplace("QAVHOST_ICC_PATH", icc.string());
-    _systemPath.emplace("QAVHOST_ICC_SYSTEM_PATH", "");
-  }
-  void TearDown() override {
-    _systemPath.reset();
-    _iccPath.reset();
-    qavtest::HostTest::TearDown();
+    SetEnvAndReload("QAVHOST_ICC_PATH", icc.string());
+    SetEnvAndReload("QAVHOST_ICC_SYSTEM_PATH", "");
   }
 
-  struct Run {
-    int status;
-    std::string out;
-    std::string err;
-  };
+  using Run = qavtest::ProgramRun;
   // Runs the program in the scratch directory.
-  Run Qavrba(const std::string& arguments) const {
-    const fs::path out = _scratch.path() / "out.txt";
-    const fs::path err = _scratch.path() / "err.txt";
-    const std::string command = "cd '" + _scratch.str() + "' && '" + _program.string() + "' " +
-                                arguments + " >'" + out.string() + "' 2>'" + err.string() + "'";
-    const int raw = std::system(command.c_str());
-    return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, qavtest::ReadFile(out), qavtest::ReadFile(err)};
-  }
+  Run Qavrba(const std::string& arguments) const { return qavtest::RunQavrba(arguments, _scratch); }
   std::string Output(const char* name) const { return qavtest::ReadFile(_scratch.path() / name); }
-
-  fs::path _program;
-  std::optional<qavtest::ScopedEnv> _iccPath;
-  std::optional<qavtest::ScopedEnv> _systemPath;
 };
 
 TEST_F(PhotometryCliTest, BlackbodyTintsAndStrip) {

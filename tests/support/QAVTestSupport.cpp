@@ -5,6 +5,7 @@
 #include <fstream>
 #include <sstream>
 
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "QAVProcessState.h"
@@ -73,6 +74,22 @@ void HostTest::ResetProcessState() { QAVProcessState::ResetAll(); }
 void HostTest::SetEnvAndReload(const char* name, std::optional<std::string> value) {
   _env.push_back(std::make_unique<ScopedEnv>(name, std::move(value)));
   ResetProcessState();
+}
+
+fs::path QavrbaProgram() {
+  const fs::path program = fs::path(QAV_BINARY_DIR) / "bin" / "qavrba";
+  std::error_code ec;
+  return fs::exists(program, ec) ? program : fs::path();
+}
+
+ProgramRun RunQavrba(const std::string& arguments, const ScratchDir& directory) {
+  const fs::path out = directory.path() / "qavrba-out.txt";
+  const fs::path err = directory.path() / "qavrba-err.txt";
+  const std::string command = "cd '" + directory.str() + "' && '" + QavrbaProgram().string() +
+                              "' " + arguments + " >'" + out.string() + "' 2>'" + err.string() +
+                              "'";
+  const int raw = std::system(command.c_str());
+  return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, ReadFile(out), ReadFile(err)};
 }
 
 fs::path SharedDir() {

@@ -61,6 +61,18 @@ class HostTest : public ::testing::Test {
   std::vector<std::unique_ptr<ScopedEnv>> _env;  // restored last set first
 };
 
+// What a run of the built qavrba program printed, and its exit status.
+struct ProgramRun {
+  int status;
+  std::string out;
+  std::string err;
+};
+// The built qavrba program, or an empty path when it is not built.
+std::filesystem::path QavrbaProgram();
+// Runs qavrba with `arguments` (shell words) in `directory`, which also receives
+// the captured output.
+ProgramRun RunQavrba(const std::string& arguments, const ScratchDir& directory);
+
 // The shared test data beside the project, or empty when it is missing.
 std::filesystem::path SharedDir();
 
