@@ -117,22 +117,27 @@ void BlackbodyColor(float temperature, float* r, float* g, float* b) {
   // Trapezoidal rule over the grid wavelengths; the step width cancels in the
   // normalisation below and is left out. The full terms run from 390 to 760 nm:
   // 770 nm takes no part, as in every earlier release of this computation, whose
-  // results the light editors match.
+  // results the light editors match. Only grid wavelengths are sampled, where the
+  // observer's value is the table's record itself, so the records are read
+  // directly.
+  const ObserverTable& table = Observer();
+  const ObserverRecord& first = table.front();
   float term = PlanckTerm(kFirstWavelength, s);
-  float X = 0.5f * term * CIEColorimetricObserver('x', kFirstWavelength);
-  float Y = 0.5f * term * CIEColorimetricObserver('y', kFirstWavelength);
-  float Z = 0.5f * term * CIEColorimetricObserver('z', kFirstWavelength);
+  float X = 0.5f * term * first.x;
+  float Y = 0.5f * term * first.y;
+  float Z = 0.5f * term * first.z;
   for (int i = 1; i < kRecordCount - 2; ++i) {
-    const auto wavelength = static_cast<float>(380 + 10 * i);
-    term = PlanckTerm(wavelength, s);
-    X += term * CIEColorimetricObserver('x', wavelength);
-    Y += term * CIEColorimetricObserver('y', wavelength);
-    Z += term * CIEColorimetricObserver('z', wavelength);
+    const ObserverRecord& record = table[static_cast<std::size_t>(i)];
+    term = PlanckTerm(static_cast<float>(380 + 10 * i), s);
+    X += term * record.x;
+    Y += term * record.y;
+    Z += term * record.z;
   }
+  const ObserverRecord& last = table.back();
   term = PlanckTerm(kLastWavelength, s);
-  X += 0.5f * term * CIEColorimetricObserver('x', kLastWavelength);
-  Y += 0.5f * term * CIEColorimetricObserver('y', kLastWavelength);
-  Z += 0.5f * term * CIEColorimetricObserver('z', kLastWavelength);
+  X += 0.5f * term * last.x;
+  Y += 0.5f * term * last.y;
+  Z += 0.5f * term * last.z;
 
   // XYZ to linear RGB, scaled by the luminance.
   const float n = Y == 0.0f ? 1.0f : 1.0f / Y;
