@@ -177,6 +177,7 @@ TEST(QAVRbaUIEvents, SnapAndFileDropRecordsCarryTheirFieldsAndFlags) {
   const QAVMathVector normal(0.0, 0.0, 1.0);
   const QAVMathVector origin(10.5, -3.0, 7.25);
   auto snap = QAVMakeRef<QAVRbaSnapManipulatorNotification>(3, normal, origin);
+  EXPECT_EQ(snap->GetEventName(), 3);
   EXPECT_EQ(snap->GetNormal(), normal);
   EXPECT_EQ(snap->GetOrigin(), origin);
   EXPECT_EQ(snap->GetFlag(), -1);
