@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <limits>
 #include <thread>
 #include <vector>
 
@@ -86,8 +87,9 @@ TEST(CIEColorimetricObserverTest, GridValuesInterpolationAndRange) {
   EXPECT_NEAR(sums[1], 10.685779, 1e-4);
   EXPECT_NEAR(sums[2], 10.676900, 1e-4);
 
-  // Linear between grid points, with the weights the right way round: x̄
-  // differs a lot between 550 and 560, so the direction is unmistakable.
+  // Linear between grid points with the weights reversed: just above a grid
+  // point the value comes mostly from the next one. x̄ differs a lot between 550
+  // and 560, so the direction is unmistakable.
   EXPECT_FLOAT_EQ(Y(555.0f), 0.5f * Y(550.0f) + 0.5f * Y(560.0f));
   const float x550 = CIEColorimetricObserver('x', 550.0f);
   const float x560 = CIEColorimetricObserver('x', 560.0f);
@@ -95,8 +97,9 @@ TEST(CIEColorimetricObserverTest, GridValuesInterpolationAndRange) {
   EXPECT_NEAR(CIEColorimetricObserver('x', 559.5f), 0.95f * x550 + 0.05f * x560, 1e-5f);
   EXPECT_NEAR(Y(775.0f), 0.5f * 0.000030f + 0.5f * 0.000015f, 1e-9f);  // the last interval
 
-  // Outside 380..780 nm, and for channels other than lower-case x, y, z: 0.
-  for (const float nm : {379.9f, 780.1f, -550.0f})
+  // Outside 380..780 nm (not a number included), and for channels other than
+  // lower-case x, y, z: 0.
+  for (const float nm : {379.9f, 780.1f, -550.0f, std::numeric_limits<float>::quiet_NaN()})
     EXPECT_EQ(CIEColorimetricObserver('x', nm), 0.0f) << nm;
   for (const char channel : {'X', 'Y', 'r', '\0'})
     EXPECT_EQ(CIEColorimetricObserver(channel, 555.0f), 0.0f) << int(channel);

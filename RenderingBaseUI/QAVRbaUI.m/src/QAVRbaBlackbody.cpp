@@ -94,7 +94,8 @@ float PlanckTerm(float wavelength, float inverseTemperature) {
 
 float CIEColorimetricObserver(char channel, float wavelength) {
   const ObserverTable& table = Observer();
-  if (wavelength < kFirstWavelength || wavelength > kLastWavelength) return 0.0f;
+  // Written as a range test so that a NaN wavelength is outside too.
+  if (!(wavelength >= kFirstWavelength && wavelength <= kLastWavelength)) return 0.0f;
 
   const int c = ChannelIndex(channel);
   const float f = (wavelength - kFirstWavelength) / kStep;
