@@ -107,11 +107,14 @@ class QAVRBAUI_API QAVRbaLightProfile : public QAVBaseUnknown {
   // index]; 0.0 outside what was read.
   double GetCandelaValue(int horizontalIndex, int verticalIndex) const;
 
-  HorizontalSymmetry GetHorizontalSymmetry() const;
-  VerticalCoverage GetVerticalCoverage() const;
+  // How sampling folds directions, classified once when a read succeeds.
+  HorizontalSymmetry GetHorizontalSymmetry() const { return _symmetry; }
+  VerticalCoverage GetVerticalCoverage() const { return _coverage; }
 
  private:
   friend class QAVRbaIesReader;
+  // Classifies the ranges of the complete angle lists for sampling.
+  void ClassifyRanges();
 
   void FreeTables();
   bool ParseIESFile(FILE* file);
@@ -145,6 +148,8 @@ class QAVRBAUI_API QAVRbaLightProfile : public QAVBaseUnknown {
   // and the counts cleared, only then).
   bool _tablesAllocated = false;
   bool _tableComplete = false;
+  HorizontalSymmetry _symmetry = HorizontalSymmetry::NoTable;
+  VerticalCoverage _coverage = VerticalCoverage::NoTable;
   QAVUnicodeString _lastError;
 };
 

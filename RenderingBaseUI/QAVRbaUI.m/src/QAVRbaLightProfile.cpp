@@ -522,6 +522,7 @@ bool QAVRbaIesReader::Parse() {
   if (include && !ReadTilt()) return false;
   if (!ReadNumbers() || !ReadTables()) return false;
   _profile._tableComplete = true;
+  _profile.ClassifyRanges();
   return true;
 }
 
@@ -543,6 +544,8 @@ void QAVRbaLightProfile::FreeTables() {
 bool QAVRbaLightProfile::ReadIESFile(const QAVUnicodeString& path) {
   _fileName = path;
   _tableComplete = false;
+  _symmetry = HorizontalSymmetry::NoTable;
+  _coverage = VerticalCoverage::NoTable;
   // The tables of an earlier file go, and with them the counts; the other
   // numbers keep their values until the new file replaces them.
   if (_tablesAllocated) {

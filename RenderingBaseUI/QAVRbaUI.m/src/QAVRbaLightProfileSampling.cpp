@@ -47,56 +47,62 @@ void QAVRbaLightProfile::GetSamplingAnglesFromSymetries(double* horizontalAngle,
   MapAnglesToStandardRep(horizontalAngle, verticalAngle);
   double& h = *horizontalAngle;
   double& v = *verticalAngle;
-  const double hRange = _horizontalAngles.back() - _horizontalAngles.front();
-  const double vRange = _verticalAngles.back() - _verticalAngles.front();
-  const double v0 = _verticalAngles.front();
-
-  const bool rotational = CompareAngles(hRange, 0.0);
-  const bool quadrant = !rotational && CompareAngles(hRange, 90.0);
-  const bool bilateral = !rotational && !quadrant && CompareAngles(hRange, 180.0);
-  if (rotational || quadrant || bilateral) {
-    // The vertical rule shared by the three symmetric cases.
-    if (CompareAngles(vRange, 0.0)) {
-      v = v0;
-    } else if (CompareAngles(vRange, 90.0)) {
-      if (v > 90.0) v = kNoLight;
-    } else if (CompareAngles(vRange, 180.0)) {
-      // kept
-    } else if (CompareAngles(vRange, 360.0)) {
-      if (bilateral) {
-        if (h > 180.0) {
-          v = 360.0 - v;
-          h = h - 180.0;
-        }
-      } else if (h > 90.0 && h < 270.0) {
-        v = 360.0 - v;
-        h = h >= 180.0 ? h - 180.0 : h + 180.0;
+  const HorizontalSymmetry symmetry = _symmetry;
+  switch (symmetry) {
+    case HorizontalSymmetry::Rotational:
+    case HorizontalSymmetry::Quadrant:
+    case HorizontalSymmetry::Bilateral:
+      // The vertical rule shared by the three symmetric cases.
+      switch (_coverage) {
+        case VerticalCoverage::Single:
+          v = _verticalAngles.front();
+          break;
+        case VerticalCoverage::Hemisphere:
+          if (v > 90.0) v = kNoLight;
+          break;
+        case VerticalCoverage::Sphere:
+          break;
+        case VerticalCoverage::Range360:
+          if (symmetry == HorizontalSymmetry::Bilateral) {
+            if (h > 180.0) {
+              v = 360.0 - v;
+              h = h - 180.0;
+            }
+          } else if (h > 90.0 && h < 270.0) {
+            v = 360.0 - v;
+            h = h >= 180.0 ? h - 180.0 : h + 180.0;
+          }
+          break;
+        default:
+          v = kNoLight;
       }
-    } else {
-      v = kNoLight;
-    }
-    // The horizontal rule follows in every case, a no-light marker included.
-    if (rotational)
-      h = _horizontalAngles.front();
-    else if (quadrant)
-      MapAngleTo090Quarter(&h);
-    else
-      MapAngleTo0180Quarters(&h);
-  } else if (CompareAngles(hRange, 360.0)) {
-    if (CompareAngles(vRange, 0.0)) {
-      v = v0;
-    } else if (CompareAngles(vRange, 90.0)) {
-      if (v > 90.0) v = kNoLight;
-    } else if (CompareAngles(vRange, 180.0)) {
-      // kept
-    } else {
-      h = kNoLight;
-      v = kNoLight;
-    }
-  } else {
-    h = kNoLight;
-    v = kNoLight;
+      // The horizontal rule follows in every case, a no-light marker included.
+      if (symmetry == HorizontalSymmetry::Rotational)
+        h = _horizontalAngles.front();
+      else if (symmetry == HorizontalSymmetry::Quadrant)
+        MapAngleTo090Quarter(&h);
+      else
+        MapAngleTo0180Quarters(&h);
+      return;
+    case HorizontalSymmetry::Full:
+      switch (_coverage) {
+        case VerticalCoverage::Single:
+          v = _verticalAngles.front();
+          return;
+        case VerticalCoverage::Hemisphere:
+          if (v > 90.0) v = kNoLight;
+          return;
+        case VerticalCoverage::Sphere:
+          return;
+        default:  // 360 included
+          break;
+      }
+      break;
+    default:
+      break;
   }
+  h = kNoLight;
+  v = kNoLight;
 }
 
 double QAVRbaLightProfile::GetLightProfileValue(double horizontalAngle,
@@ -152,24 +158,21 @@ double QAVRbaLightProfile::GetLightProfileValue(double horizontalAngle,
   return scale * value;
 }
 
-QAVRbaLightProfile::HorizontalSymmetry QAVRbaLightProfile::GetHorizontalSymmetry() const {
-  if (!_tableComplete || _verticalAngles.empty() || _horizontalAngles.empty())
-    return HorizontalSymmetry::NoTable;
-  const double range = _horizontalAngles.back() - _horizontalAngles.front();
-  if (CompareAngles(range, 0.0)) return HorizontalSymmetry::Rotational;
-  if (CompareAngles(range, 90.0)) return HorizontalSymmetry::Quadrant;
-  if (CompareAngles(range, 180.0)) return HorizontalSymmetry::Bilateral;
-  if (CompareAngles(range, 360.0)) return HorizontalSymmetry::Full;
-  return HorizontalSymmetry::Unsupported;
-}
-
-QAVRbaLightProfile::VerticalCoverage QAVRbaLightProfile::GetVerticalCoverage() const {
-  if (!_tableComplete || _verticalAngles.empty() || _horizontalAngles.empty())
-    return VerticalCoverage::NoTable;
-  const double range = _verticalAngles.back() - _verticalAngles.front();
-  if (CompareAngles(range, 0.0)) return VerticalCoverage::Single;
-  if (CompareAngles(range, 90.0)) return VerticalCoverage::Hemisphere;
-  if (CompareAngles(range, 180.0)) return VerticalCoverage::Sphere;
-  if (CompareAngles(range, 360.0)) return VerticalCoverage::Range360;
-  return VerticalCoverage::Unsupported;
+void QAVRbaLightProfile::ClassifyRanges() {
+  _symmetry = HorizontalSymmetry::NoTable;
+  _coverage = VerticalCoverage::NoTable;
+  if (!_tableComplete || _verticalAngles.empty() || _horizontalAngles.empty()) return;
+  // Tested in this order: a range within 0.001 of two values takes the first.
+  const double h = _horizontalAngles.back() - _horizontalAngles.front();
+  _symmetry = CompareAngles(h, 0.0)     ? HorizontalSymmetry::Rotational
+              : CompareAngles(h, 90.0)  ? HorizontalSymmetry::Quadrant
+              : CompareAngles(h, 180.0) ? HorizontalSymmetry::Bilateral
+              : CompareAngles(h, 360.0) ? HorizontalSymmetry::Full
+                                        : HorizontalSymmetry::Unsupported;
+  const double v = _verticalAngles.back() - _verticalAngles.front();
+  _coverage = CompareAngles(v, 0.0)     ? VerticalCoverage::Single
+              : CompareAngles(v, 90.0)  ? VerticalCoverage::Hemisphere
+              : CompareAngles(v, 180.0) ? VerticalCoverage::Sphere
+              : CompareAngles(v, 360.0) ? VerticalCoverage::Range360
+                                        : VerticalCoverage::Unsupported;
 }
