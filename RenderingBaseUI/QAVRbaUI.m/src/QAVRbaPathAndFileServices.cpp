@@ -1,5 +1,6 @@
 #include "QAVRbaPathAndFileServices.h"
 
+#include <initializer_list>
 #include <new>
 
 #include "QAVFileServices.h"
@@ -39,6 +40,18 @@ QAVUnicodeString LiveSettingsDirectory(const char* key) {
 
 QAVUnicodeString Join(const QAVUnicodeString& directory, const QAVUnicodeString& name) {
   return directory + kSeparator + name;
+}
+
+// Sets `found` to the first candidate that exists; false when none does.
+bool TakeFirstExisting(std::initializer_list<QAVUnicodeString> candidates,
+                       QAVUnicodeString& found) {
+  for (const QAVUnicodeString& candidate : candidates) {
+    if (Exists(candidate)) {
+      found = candidate;
+      return true;
+    }
+  }
+  return false;
 }
 
 }  // namespace
@@ -98,17 +111,11 @@ void QAVRbaPathAndFileServices::RetreiveBackplatePath(const QAVUnicodeString& fi
   upperExtension.ToUpper();
 
   for (const QAVUnicodeString& directory : SearchedGraphicDirectories()) {
-    const QAVUnicodeString candidates[] = {
-        Join(directory, base + "." + lowerExtension),
-        Join(directory, base + "." + upperExtension),
-        Join(Join(directory, "backplates"), fileName),
-    };
-    for (const QAVUnicodeString& candidate : candidates) {
-      if (Exists(candidate)) {
-        foundPath = candidate;
-        return;
-      }
-    }
+    if (TakeFirstExisting({Join(directory, base + "." + lowerExtension),
+                           Join(directory, base + "." + upperExtension),
+                           Join(Join(directory, "backplates"), fileName)},
+                          foundPath))
+      return;
   }
 
   const QAVUnicodeString fallback = LiveSettingsDirectory("BackplatePath");
@@ -116,28 +123,19 @@ void QAVRbaPathAndFileServices::RetreiveBackplatePath(const QAVUnicodeString& fi
   // Only the lower-case form is looked for in the fallback directory, unlike in
   // the graphic directories: a file stored there with an upper-case extension is
   // deliberately not found.
-  const QAVUnicodeString candidate = Join(fallback, base + "." + lowerExtension);
-  if (Exists(candidate)) foundPath = candidate;
+  TakeFirstExisting({Join(fallback, base + "." + lowerExtension)}, foundPath);
 }
 
 void QAVRbaPathAndFileServices::RetreiveTexturePath(const QAVUnicodeString& fileName,
                                                     QAVUnicodeString& foundPath) {
   if (fileName.IsEmpty()) return;
   for (const QAVUnicodeString& directory : SearchedGraphicDirectories()) {
-    const QAVUnicodeString candidates[] = {
-        Join(directory, fileName),
-        Join(Join(directory, "ambiences"), fileName),
-    };
-    for (const QAVUnicodeString& candidate : candidates) {
-      if (Exists(candidate)) {
-        foundPath = candidate;
-        return;
-      }
-    }
+    if (TakeFirstExisting({Join(directory, fileName), Join(Join(directory, "ambiences"), fileName)},
+                          foundPath))
+      return;
   }
 
   const QAVUnicodeString fallback = LiveSettingsDirectory("AmbiencePath");
   if (fallback.IsEmpty()) return;
-  const QAVUnicodeString candidate = Join(fallback, fileName);
-  if (Exists(candidate)) foundPath = candidate;
+  TakeFirstExisting({Join(fallback, fileName)}, foundPath);
 }
