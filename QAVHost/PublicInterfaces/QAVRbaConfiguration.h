@@ -40,7 +40,9 @@ class QAVHOST_API QAVRbaConfiguration {
   static HRESULT GetHierarchicalValue(const QAVString& section, const QAVString& key,
                                       QAVString& text);
   // Stores a value in a section and saves the file atomically, keeping its other
-  // lines and comments. E_FAIL, nothing changed, for a key that cannot be written
+  // lines and comments as the file holds them at the time of the save (the file
+  // is re-read under the lock "<file>.lock", so that values other processes set
+  // meanwhile are kept). E_FAIL, nothing changed, for a key that cannot be written
   // in the format (empty, with '=' or control characters, starting with '[', '#'
   // or ';', or with blanks around it), a section name with ']' or control
   // characters or blanks around it, or when the file cannot be saved.

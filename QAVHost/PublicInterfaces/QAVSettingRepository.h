@@ -1,8 +1,15 @@
 // The host's setting repositories: named, typed, persisted key/value stores.
 //
 // A repository is loaded from its file on the first GetRepository and kept for
-// the process; SaveRepository writes it back atomically (the file holds either
-// the old or the new content, whatever happens during the save). The file is
+// the process. Several processes may use the same repository at once (the
+// interactive application, a batch renderer, a render node): SaveRepository
+// saves this process's changes since its last save into the file as the others
+// left it, under a lock, and replaces the file atomically. So no save loses
+// another process's keys, the last save of a key wins, a declaration (see below)
+// never overwrites a value saved elsewhere, a reader sees either the old or the
+// new file, and a process killed during a save leaves the old file. After a save
+// the repository holds the merged content, including what the others saved. The
+// lock is "<file>.lock" beside the file (never removed). The file is
 // "<settings directory>/<name>.settings"; the settings directory is the
 // environment variable QAVHOST_SETTINGS_DIR, or "$XDG_CONFIG_HOME/qavhost", or
 // "$HOME/.config/qavhost". Bytes of the name other than letters, digits, '-',
@@ -35,8 +42,9 @@
 // Reading a key that is not stored declares it: the preset values of the output
 // become the stored value (in memory, until a save). Every write that changes the
 // stored content dispatches ModifiedEvent() on the repository's callback manager,
-// with the repository as data; a declaration changes no value anyone has read and
-// dispatches nothing.
+// with the repository as data, and so does a save that brings in values other
+// processes saved; a declaration changes no value anyone has read and dispatches
+// nothing.
 #ifndef QAVSettingRepository_h
 #define QAVSettingRepository_h
 
@@ -108,8 +116,9 @@ class QAVHOST_API QAVSettingRepository : public QAVSysSettingRepository {
   // The stored values of a key as texts (see ReadAttribute); empty when absent.
   std::vector<std::string> GetSettingTexts(const char* key) const;
 
-  // Writes the repository to its file, atomically. E_FAIL, with a line on
-  // standard error, when the file cannot be written; the old file is then intact.
+  // Saves this process's changes into the file (see above). E_FAIL, with a line
+  // on standard error, when the file cannot be written or its lock cannot be had
+  // within ten seconds; the file is then intact and the changes stay pending.
   HRESULT SaveRepository();
 
   // Inspection: the stored keys in declaration order, their type and count

@@ -1,8 +1,9 @@
 // The host's preference repositories: named stores of user preferences, each key
 // with a type tag ("QAVString", "int", "double" or "short") and one or more
-// values. Writes stay in memory until Commit, which saves the repository
-// atomically to "<settings directory>/<name>.preferences" (the directory of
-// QAVSettingRepository::GetSettingsDirectory).
+// values. Writes and removals stay in memory until Commit, which saves them to
+// "<settings directory>/<name>.preferences" (the directory of
+// QAVSettingRepository::GetSettingsDirectory) the way setting repositories are
+// saved: merged under a lock into what other processes saved, atomically.
 //
 // The file has the format of the setting files (see QAVSettingRepository.h) with
 // the header line "QAVHostPreferences 1"; the tags are written string, int,

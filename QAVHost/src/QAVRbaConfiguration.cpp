@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "QAVBackedFile.h"
 #include "QAVProcessState.h"
 #include "QAVStoreFormat.h"
 
@@ -89,18 +90,25 @@ bool Parse(const std::string& content, std::vector<Line>& lines, std::string& er
   return true;
 }
 
+// The lines of a file's content (null: no file); an invalid content is reported
+// and reads as empty.
+std::vector<Line> LinesOf(const std::string* content, qavstore::BackedFile& file) {
+  std::vector<Line> lines;
+  std::string error;
+  if (content && !Parse(*content, lines, error)) {
+    lines.clear();
+    file.ReportCorrupt(error);
+  }
+  return lines;
+}
+
 Configuration& Loaded() {
   auto& slot = Slot();
   if (slot) return *slot;
   slot = std::make_unique<Configuration>(QAVRbaConfiguration::GetFilePath());
   std::string content;
   bool exists = false;
-  if (!slot->file.Read(content, exists) || !exists) return *slot;
-  std::string error;
-  if (!Parse(content, slot->lines, error)) {
-    slot->lines.clear();
-    slot->file.ReportCorrupt(error);
-  }
+  if (slot->file.Read(content, exists) && exists) slot->lines = LinesOf(&content, slot->file);
   return *slot;
 }
 
@@ -121,6 +129,37 @@ bool Writable(const std::string& section, const std::string& key) {
 std::string AssignmentLine(const std::string& key, const std::string& value) {
   const std::string formatted = qavstore::FormatAssignedValue(value);
   return formatted.empty() ? key + " =" : key + " = " + formatted;
+}
+
+// Sets a key of a section in the lines of a file: in place when the section has
+// it, else after the section's last line, in a new section at the end when there
+// is none.
+void Assign(std::vector<Line>& lines, const std::string& section, const std::string& key,
+            const std::string& text) {
+  Line assignment{AssignmentLine(key, text), section, key, text};
+  std::optional<std::size_t> last;  // the last line of the section
+  bool replaced = false;
+  for (std::size_t i = 0; i < lines.size() && !replaced; ++i) {
+    if (lines[i].section != section) continue;
+    if (lines[i].key == key && !lines[i].header) {
+      lines[i] = assignment;
+      replaced = true;
+    } else if (lines[i].header || !lines[i].key.empty() || section.empty()) {
+      last = i;
+    }
+  }
+  if (!replaced) {
+    if (last) {
+      lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(*last + 1), assignment);
+    } else if (section.empty()) {
+      lines.insert(lines.begin(), assignment);
+    } else {
+      if (!lines.empty() && !qavstore::Trim(lines.back().raw).empty())
+        lines.push_back(Line{"", lines.back().section, "", "", false});
+      lines.push_back(Line{"[" + section + "]", section, "", "", true});
+      lines.push_back(assignment);
+    }
+  }
 }
 
 }  // namespace
@@ -148,37 +187,18 @@ HRESULT QAVRbaConfiguration::SetHierarchicalValue(const QAVString& section, cons
                                                   const QAVString& text) {
   if (!Writable(section.str(), key.str())) return E_FAIL;
   Configuration& configuration = Loaded();
-  std::vector<Line> lines = configuration.lines;
-
-  Line assignment{AssignmentLine(key.str(), text.str()), section.str(), key.str(), text.str()};
-  std::optional<std::size_t> last;  // the last line of the section
-  bool replaced = false;
-  for (std::size_t i = 0; i < lines.size() && !replaced; ++i) {
-    if (lines[i].section != section.str()) continue;
-    if (lines[i].key == key.str() && !lines[i].header) {
-      lines[i] = assignment;
-      replaced = true;
-    } else if (lines[i].header || !lines[i].key.empty() || section.IsEmpty()) {
-      last = i;
-    }
-  }
-  if (!replaced) {
-    if (last) {
-      lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(*last + 1), assignment);
-    } else if (section.IsEmpty()) {
-      lines.insert(lines.begin(), assignment);
-    } else {
-      if (!lines.empty() && !qavstore::Trim(lines.back().raw).empty())
-        lines.push_back(Line{"", lines.back().section, "", "", false});
-      lines.push_back(Line{"[" + section.str() + "]", section.str(), "", "", true});
-      lines.push_back(assignment);
-    }
-  }
-
-  std::string content;
-  for (const Line& line : lines)
-    content += line.raw + "\n";
-  if (!configuration.file.Write(content)) return E_FAIL;
+  // The other lines as the file holds them now: another process may have set
+  // other keys since this one read it.
+  std::vector<Line> lines;
+  const bool saved = configuration.file.Update([&](const std::string* current) {
+    lines = LinesOf(current, configuration.file);
+    Assign(lines, section.str(), key.str(), text.str());
+    std::string content;
+    for (const Line& line : lines)
+      content += line.raw + "\n";
+    return content;
+  });
+  if (!saved) return E_FAIL;
   configuration.lines = std::move(lines);
   return S_OK;
 }

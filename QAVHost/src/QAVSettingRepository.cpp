@@ -1,7 +1,7 @@
 #include "QAVSettingRepository.h"
 
 #include "QAVProcessState.h"
-#include "QAVStoreFormat.h"
+#include "QAVSharedKeyedStore.h"
 
 QAV_IMPLEMENT_CLASS(QAVSettingRepository, QAVSysSettingRepository, "System");
 
@@ -24,9 +24,8 @@ bool ValidKey(const char* key) { return key && *key; }
 }  // namespace
 
 struct QAVSettingRepository::Impl {
-  explicit Impl(const std::string& path) : file(path, "settings file") {}
-  qavstore::KeyedStore store;
-  qavstore::BackedFile file;
+  explicit Impl(const std::string& path) : store(path, "settings file", kHeader) {}
+  qavstore::SharedKeyedStore store;
 };
 
 struct QAVSettingRepositoryAccess {
@@ -39,16 +38,7 @@ QAVSettingRepository::QAVSettingRepository(const QAVString& name)
     : _name(name),
       _impl(std::make_unique<Impl>(GetSettingsDirectory() + "/" + qavstore::FileNameOf(name.str()) +
                                    ".settings")),
-      _callbacks(QAVMakeRef<QAVCallbackManager>()) {
-  std::string content;
-  bool exists = false;
-  if (!_impl->file.Read(content, exists) || !exists) return;
-  std::string error;
-  if (!qavstore::KeyedStore::Parse(content, kHeader, _impl->store, error)) {
-    _impl->store.Clear();
-    _impl->file.ReportCorrupt(error);
-  }
-}
+      _callbacks(QAVMakeRef<QAVCallbackManager>()) {}
 
 QAVSettingRepository::~QAVSettingRepository() = default;
 
@@ -65,7 +55,7 @@ void QAVSettingRepository::SetAvailable(const QAVString& name, bool available) {
   TheRegistry().SetAvailable(name, available);
 }
 
-const std::string& QAVSettingRepository::GetFilePath() const { return _impl->file.Path(); }
+const std::string& QAVSettingRepository::GetFilePath() const { return _impl->store.Path(); }
 
 const char* QAVSettingRepository::GetTypeName(QAVSettingType type) {
   return qavstore::TypeName(type);
@@ -79,7 +69,7 @@ HRESULT QAVSettingRepository::Read(const char* key, T* value, int count) {
     qavstore::CopyValues(*stored, value, count);
     return S_OK;
   }
-  _impl->store.Put(key, qavstore::MakeValue(value, count));
+  _impl->store.Declare(key, qavstore::MakeValue(value, count));
   return S_OK;
 }
 
@@ -156,12 +146,15 @@ std::vector<std::string> QAVSettingRepository::GetSettingTexts(const char* key) 
 }
 
 HRESULT QAVSettingRepository::SaveRepository() {
-  return _impl->file.Write(_impl->store.Serialize(kHeader)) ? S_OK : E_FAIL;
+  bool othersChanged = false;
+  if (!_impl->store.Save(&othersChanged)) return E_FAIL;
+  if (othersChanged) _callbacks->DispatchCallbacks(ModifiedEvent(), nullptr, this);
+  return S_OK;
 }
 
 std::vector<QAVString> QAVSettingRepository::GetKeys() const {
   std::vector<QAVString> keys;
-  for (const auto& entry : _impl->store.Entries())
+  for (const auto& entry : _impl->store.Content().Entries())
     keys.emplace_back(entry.first);
   return keys;
 }

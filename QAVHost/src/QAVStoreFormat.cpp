@@ -1,19 +1,11 @@
 #include "QAVStoreFormat.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <bit>
-#include <cerrno>
 #include <charconv>
 #include <climits>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
-#include <cstring>
 
-#include "QAVAtomicFile.h"
 #include "QAVEnvironment.h"
 
 namespace qavstore {
@@ -536,74 +528,6 @@ bool KeyedStore::Parse(std::string_view text, std::string_view header, KeyedStor
     return false;
   }
   return true;
-}
-
-// ---------------------------------------------------------------------------
-// Backed file
-
-bool BackedFile::Read(std::string& content, bool& exists) {
-  content.clear();
-  exists = true;
-  const int fd = ::open(_path.c_str(), O_RDONLY | O_CLOEXEC);
-  int code = 0;
-  if (fd < 0) {
-    if (errno == ENOENT) {
-      exists = false;
-      return true;
-    }
-    code = errno;
-  } else {
-    char buffer[65536];
-    for (;;) {
-      const ssize_t n = ::read(fd, buffer, sizeof buffer);
-      if (n == 0) break;
-      if (n < 0) {
-        if (errno == EINTR) continue;
-        code = errno;
-        break;
-      }
-      content.append(buffer, static_cast<std::size_t>(n));
-    }
-    ::close(fd);
-  }
-  if (code == 0) return true;
-  content.clear();
-  _keepAside = true;
-  (void)std::fprintf(stderr,
-                     "qavhost: the %s %s cannot be read (%s); it reads as empty and will be kept "
-                     "aside before it is replaced\n",
-                     _kind.c_str(), _path.c_str(), std::strerror(code));
-  return false;
-}
-
-void BackedFile::ReportCorrupt(const std::string& reason) {
-  _keepAside = true;
-  (void)std::fprintf(stderr,
-                     "qavhost: the %s %s is corrupt (%s); it reads as empty and will be kept aside "
-                     "before it is replaced\n",
-                     _kind.c_str(), _path.c_str(), reason.c_str());
-}
-
-bool BackedFile::Write(std::string_view content) {
-  std::string error;
-  if (_keepAside) {
-    struct stat st {};
-    if (::lstat(_path.c_str(), &st) == 0) {
-      const std::string aside = QAVAtomicFile::MoveAside(_path, &error);
-      if (aside.empty()) {
-        (void)std::fprintf(stderr, "qavhost: the corrupt %s %s is not replaced: %s\n",
-                           _kind.c_str(), _path.c_str(), error.c_str());
-        return false;
-      }
-      (void)std::fprintf(stderr, "qavhost: kept the corrupt %s %s aside as %s\n", _kind.c_str(),
-                         _path.c_str(), aside.c_str());
-    }
-    _keepAside = false;
-  }
-  if (QAVAtomicFile::Write(_path, content, &error)) return true;
-  (void)std::fprintf(stderr, "qavhost: cannot save the %s %s: %s\n", _kind.c_str(), _path.c_str(),
-                     error.c_str());
-  return false;
 }
 
 // ---------------------------------------------------------------------------

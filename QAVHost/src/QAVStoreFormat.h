@@ -1,7 +1,7 @@
 // Internal pieces shared by the host's persisted stores: the typed keyed store of
 // setting and preference repositories with its text file format, the escaping of
-// texts, and a file that backs a store (read once, reported once when it is bad,
-// kept aside instead of being overwritten, saved atomically).
+// texts and numbers, and where the stores are kept. The file behind a store is
+// QAVBackedFile.h.
 #ifndef QAVStoreFormat_h
 #define QAVStoreFormat_h
 
@@ -159,30 +159,6 @@ class KeyedStore {
  private:
   std::vector<std::pair<std::string, StoredValue>> _entries;
   std::unordered_map<std::string, std::size_t> _index;
-};
-
-// A file that backs an in-memory store. `kind` names it in messages
-// ("settings file", "preference file", ...). Problems go to standard error, one
-// line each, prefixed "qavhost: ".
-class BackedFile {
- public:
-  BackedFile(std::string path, std::string kind) : _path(std::move(path)), _kind(std::move(kind)) {}
-  const std::string& Path() const { return _path; }
-
-  // The file's content, and whether the file exists. When it exists but cannot
-  // be read, reports it and returns false (the store then starts empty).
-  bool Read(std::string& content, bool& exists);
-  // Reports that the content read is not valid; the store then starts empty.
-  void ReportCorrupt(const std::string& reason);
-  // Saves atomically. A file reported unreadable or corrupt is first moved aside
-  // (and that is reported); if it cannot be, nothing is written. False, with a
-  // line on standard error, on failure.
-  bool Write(std::string_view content);
-
- private:
-  std::string _path;
-  std::string _kind;
-  bool _keepAside = false;
 };
 
 // Where the host keeps its persisted stores: QAVHOST_SETTINGS_DIR, else

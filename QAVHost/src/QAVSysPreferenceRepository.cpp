@@ -4,7 +4,7 @@
 
 #include "QAVProcessState.h"
 #include "QAVRef.h"
-#include "QAVStoreFormat.h"
+#include "QAVSharedKeyedStore.h"
 
 QAV_IMPLEMENT_CLASS(QAVSysPreferenceRepository, QAVBaseUnknown, "System");
 
@@ -33,12 +33,21 @@ QAVSettingType TypeOfTag(const char* tag) {
 
 bool ValidKey(const char* key) { return key && *key; }
 
+// Only the four preference types can be stored.
+std::string OnlyPreferenceTypes(const qavstore::KeyedStore& store) {
+  for (const auto& [key, value] : store.Entries())
+    if (value.type == QAVSettingType::Float || value.type == QAVSettingType::Text)
+      return "the key \"" + key + "\" has the type " + qavstore::TypeName(value.type) +
+             ", which preferences do not have";
+  return {};
+}
+
 }  // namespace
 
 struct QAVSysPreferenceRepository::Impl {
-  explicit Impl(const std::string& path) : file(path, "preference file") {}
-  qavstore::KeyedStore store;
-  qavstore::BackedFile file;
+  explicit Impl(const std::string& path)
+      : store(path, "preference file", kHeader, &OnlyPreferenceTypes) {}
+  qavstore::SharedKeyedStore store;
 };
 
 struct QAVSysPreferenceRepositoryAccess {
@@ -50,26 +59,7 @@ struct QAVSysPreferenceRepositoryAccess {
 QAVSysPreferenceRepository::QAVSysPreferenceRepository(const QAVString& name)
     : _name(name),
       _impl(std::make_unique<Impl>(qavstore::SettingsDirectory() + "/" +
-                                   qavstore::FileNameOf(name.str()) + ".preferences")) {
-  std::string content;
-  bool exists = false;
-  if (!_impl->file.Read(content, exists) || !exists) return;
-  std::string error;
-  qavstore::KeyedStore loaded;
-  if (!qavstore::KeyedStore::Parse(content, kHeader, loaded, error)) {
-    _impl->file.ReportCorrupt(error);
-    return;
-  }
-  // Only the four preference types can be stored.
-  for (const auto& [key, value] : loaded.Entries()) {
-    if (value.type == QAVSettingType::Float || value.type == QAVSettingType::Text) {
-      _impl->file.ReportCorrupt("the key \"" + key + "\" has the type " +
-                                qavstore::TypeName(value.type) + ", which preferences do not have");
-      return;
-    }
-  }
-  _impl->store = std::move(loaded);
-}
+                                   qavstore::FileNameOf(name.str()) + ".preferences")) {}
 
 QAVSysPreferenceRepository::~QAVSysPreferenceRepository() = default;
 
@@ -82,7 +72,7 @@ void QAVSysPreferenceRepository::SetAvailable(const QAVString& name, bool availa
   TheRegistry().SetAvailable(name, available);
 }
 
-const std::string& QAVSysPreferenceRepository::GetFilePath() const { return _impl->file.Path(); }
+const std::string& QAVSysPreferenceRepository::GetFilePath() const { return _impl->store.Path(); }
 
 bool QAVSysPreferenceRepository::IsPresent(const char* key, const char* typeTag) const {
   const QAVSettingType type = TypeOfTag(typeTag);
@@ -125,5 +115,5 @@ int QAVSysPreferenceRepository::RemovePreference(const char* key) {
 
 HRESULT QAVSysPreferenceRepository::Commit() {
   ++_commitCount;
-  return _impl->file.Write(_impl->store.Serialize(kHeader)) ? S_OK : E_FAIL;
+  return _impl->store.Save() ? S_OK : E_FAIL;
 }
