@@ -59,7 +59,7 @@ class Pipe {
 // Runs `body` in a new process; the child's exit status is 0 when it returns
 // true. The child ends with _exit, so that it runs none of the parent's cleanup.
 pid_t Spawn(const std::function<bool()>& body) {
-  std::fflush(nullptr);
+  (void)std::fflush(nullptr);
   const pid_t pid = ::fork();
   if (pid == 0) ::_exit(body() ? 0 : 1);
   return pid;
@@ -116,9 +116,9 @@ TEST_F(StoreProcessesTest, ConcurrentSavesOfOtherKeysAreAllKept) {
   for (int round = 1; round <= kRounds; ++round) {
     Pipe opened, gate;
     ASSERT_TRUE(opened.Valid() && gate.Valid());
-    std::vector<pid_t> children;
+    std::vector<pid_t> children(kProcesses);
     for (int i = 0; i < kProcesses; ++i) {
-      children.push_back(Spawn([&, i] {
+      children[i] = Spawn([&, i] {
         gate.CloseWrite();
         // Every process has read the file before any of them saves.
         QAVSettingRepository* repo = QAVSettingRepository::GetRepository("RenderingLiveSettings");
@@ -126,7 +126,7 @@ TEST_F(StoreProcessesTest, ConcurrentSavesOfOtherKeysAreAllKept) {
         int go = 0;
         gate.Receive(go);
         return SetInt(repo, "Key" + std::to_string(i), round);
-      }));
+      });
     }
     opened.CloseWrite();
     for (int i = 0, who = 0; i < kProcesses; ++i)
@@ -228,9 +228,9 @@ TEST_F(StoreProcessesTest, ConcurrentSaverKilledAnywhereLosesNothingSaved) {
 TEST_F(StoreProcessesTest, ConcurrentPreferenceCommitsAndConfigurationSetsAreAllKept) {
   constexpr int kProcesses = 6;
   Pipe opened, gate;
-  std::vector<pid_t> children;
+  std::vector<pid_t> children(kProcesses);
   for (int i = 0; i < kProcesses; ++i) {
-    children.push_back(Spawn([&, i] {
+    children[i] = Spawn([&, i] {
       gate.CloseWrite();
       QAVSysPreferenceRepository* prefs = QAVSysPreferenceRepository::GetPreferenceRepository("UI");
       QAVString before;  // load the configuration before the others write it
@@ -248,7 +248,7 @@ TEST_F(StoreProcessesTest, ConcurrentPreferenceCommitsAndConfigurationSetsAreAll
                  QAVString(std::to_string(value))));
       }
       return ok;
-    }));
+    });
   }
   opened.CloseWrite();
   for (int i = 0, who = 0; i < kProcesses; ++i)
