@@ -12,6 +12,7 @@
 #include "QAVFrmWindow.h"
 #include "QAVRbaColorProfile.h"
 #include "QAVRbaImageServices.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVRef.h"
 #include "QAVSettingRepository.h"
 #include "QAVTestSupport.h"
@@ -67,9 +68,11 @@ class ColorManagementTest : public qavtest::HostTest {
     ASSERT_EQ(profile->SaveToFile(QAVUnicodeString((_iccDir / name).string())), S_OK);
   }
   static void SelectProfile(int index) {
-    QAVSettingRepository* live = QAVSettingRepository::GetRepository("RenderingLiveSettings");
+    QAVSettingRepository* live =
+        QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kLiveRepository);
     ASSERT_NE(live, nullptr);
-    ASSERT_EQ(live->WriteSetting("ColorProfileSelectedIndex", &index, 1), S_OK);
+    ASSERT_EQ(live->WriteSetting(QAVRbaRenderingSettings::kColorProfileSelectedIndex, &index, 1),
+              S_OK);
   }
   static std::string WorkingFile() {
     QAVMMColorProfile* working = QAVRbaColorProfile::GetWorkingColorProfile();
@@ -272,11 +275,11 @@ TEST_F(ColorManagementTest, ScreenProfileFollowsTheViewersWindow) {
 
 TEST_F(ColorManagementTest, UnreadableSetting) {
   // Without the repository the update fails and management stays off.
-  QAVSettingRepository::SetAvailable("RenderingLiveSettings", false);
+  QAVSettingRepository::SetAvailable(QAVRbaRenderingSettings::kLiveRepository, false);
   EXPECT_EQ(QAVRbaColorProfile::UpdateWorkingColorProfile(), E_FAIL);
   const auto texture = Texture(55, 55, 55);
   EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(texture.get()), S_FALSE);
-  QAVSettingRepository::SetAvailable("RenderingLiveSettings", true);
+  QAVSettingRepository::SetAvailable(QAVRbaRenderingSettings::kLiveRepository, true);
 
   // A value of another type cannot be read: nothing changes, and it succeeds.
   ResetProcessState();
