@@ -63,19 +63,30 @@ bool RunLocaledef(const std::string& output) {
   return waitpid(pid, &status, 0) == pid && WIFEXITED(status);
 }
 
+// The process's locale with the numbers of kCommaLocale, or null when that
+// cannot be loaded. The process's locale is left as it was. (setlocale and
+// duplocale rather than newlocale, which leaks its copy of LOCPATH.)
+locale_t LoadCommaLocale() {
+  const std::string original = std::setlocale(LC_NUMERIC, nullptr);
+  if (!std::setlocale(LC_NUMERIC, kCommaLocale)) return static_cast<locale_t>(nullptr);
+  const locale_t comma = duplocale(LC_GLOBAL_LOCALE);
+  (void)std::setlocale(LC_NUMERIC, original.c_str());
+  return comma;
+}
+
 // Finds the comma locale kCommaLocale, or makes it under a scratch directory
 // named by LOCPATH for the rest of the test.
 class CommaLocaleTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    _comma = newlocale(LC_NUMERIC_MASK, kCommaLocale, static_cast<locale_t>(nullptr));
+    _comma = LoadCommaLocale();
     if (!HasComma(_comma)) {
       if (_comma != static_cast<locale_t>(nullptr)) freelocale(_comma);
       const std::string dir = _scratch.str() + "/locales";
       std::filesystem::create_directories(dir);
       const bool ran = RunLocaledef(dir + "/" + kCommaLocale);
       _locpath.emplace("LOCPATH", dir);
-      _comma = newlocale(LC_NUMERIC_MASK, kCommaLocale, static_cast<locale_t>(nullptr));
+      _comma = LoadCommaLocale();
       if (!HasComma(_comma))
         GTEST_SKIP() << "no decimal-comma locale: " << kCommaLocale << " is not installed, and "
                      << (ran ? "localedef could not make it (the locale sources of Debian's "
