@@ -2,8 +2,26 @@
 // for validity with exist(), and used by QAVPixelImage to convert pixels from
 // one profile to another.
 //
-// Installed profiles. ListInstalledProfiles gives the paths of the ICC profiles
-// found in these directories, in this order:
+// Built-in profiles. Five RGB colour spaces are always available, made in
+// memory (no file), each under a reserved name that CreateFromFile recognises:
+//   "builtin:srgb"        sRGB: its primaries, D65, the sRGB curve (the same
+//                         profile as CreateSRGB);
+//   "builtin:display-p3"  Display P3: P3 primaries, D65, the sRGB curve;
+//   "builtin:oprgb"       opRGB, compatible with the 1998 wide-gamut RGB space:
+//                         red 0.64/0.33, green 0.21/0.71, blue 0.15/0.06, D65,
+//                         a pure power curve of exponent 563/256;
+//   "builtin:rec2020"     Rec. 2020: its primaries, D65, the BT.709/BT.2020
+//                         camera curve (a linear toe of slope 4.5 below
+//                         0.018054, then 1.099297 L^0.45 - 0.099297);
+//   "builtin:romm-rgb"    ROMM RGB: its primaries, D50, exponent 1.8 with a
+//                         linear toe of slope 16 below 1/512.
+// A listed file path always holds a '/' and a reserved name never does, so the
+// two cannot be confused; a file in the current directory that bears a reserved
+// name is read as "./" followed by that name.
+//
+// Installed profiles. ListInstalledProfiles gives the five built-in names first,
+// in the order above, then the paths of the ICC profiles found in these
+// directories, in this order:
 //   1. the directories of the environment variable QAVHOST_ICC_PATH
 //      (separated by ':'), in the order given;
 //   2. the system's directories: those of QAVHOST_ICC_SYSTEM_PATH when it is set
@@ -46,10 +64,15 @@ struct QAVRGBChromaticities {
 class QAVHOST_API QAVMMColorProfile : public QAVBaseUnknown {
   QAV_DECLARE_CLASS
  public:
-  // The profile of an ICC file: a new object, with one reference for the
-  // caller; null when the file cannot be read (an empty path, a missing or
-  // unreadable file, a directory). A file that can be read but is not an ICC
-  // profile of RGB colours gives an object whose exist() is false.
+  // The reserved names of the built-in profiles, in listing order (see above).
+  static constexpr std::array<const char*, 5> kBuiltInNames = {
+      "builtin:srgb", "builtin:display-p3", "builtin:oprgb", "builtin:rec2020", "builtin:romm-rgb"};
+
+  // The profile of an ICC file, or the built-in profile of a reserved name: a
+  // new object, with one reference for the caller; null when the file cannot be
+  // read (an empty path, a missing or unreadable file, a directory). A file that
+  // can be read but is not an ICC profile of RGB colours gives an object whose
+  // exist() is false. GetPath() gives `path` as it was given.
   static QAVMMColorProfile* CreateFromFile(const QAVUnicodeString& path);
   // The built-in sRGB profile (always valid); a new object with one reference.
   static QAVMMColorProfile* CreateSRGB();
@@ -59,12 +82,14 @@ class QAVHOST_API QAVMMColorProfile : public QAVBaseUnknown {
   static QAVMMColorProfile* CreateRGB(const char* description, const QAVRGBChromaticities& c,
                                       double gamma);
 
-  // The paths of the installed ICC profiles (see above); `paths` is emptied first.
+  // The built-in names, then the paths of the installed ICC profiles (see
+  // above); `paths` is emptied first.
   static void ListInstalledProfiles(QAVListValQAVUnicodeString& paths);
 
   // True when the object holds a usable RGB profile.
   bool exist() const { return _handle != nullptr; }
-  // The file the profile was read from; empty for a built-in profile.
+  // The file (or reserved name) the profile was created from; empty for a
+  // profile made by CreateSRGB or CreateRGB.
   const QAVUnicodeString& GetPath() const { return _path; }
   // The profile's description (English when it has several); empty without one.
   const QAVUnicodeString& GetDescription() const { return _description; }

@@ -3,7 +3,9 @@
 #include <lcms2.h>
 
 #include <algorithm>
+#include <array>
 #include <cctype>
+#include <cstddef>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -153,6 +155,76 @@ bool ReadWholeFile(const fs::path& path, std::vector<char>& bytes) {
   return !in.bad();
 }
 
+// An RGB profile of these chromaticities whose three channels follow `curve`,
+// with an English description; null when no profile can be made.
+cmsHPROFILE MakeRgbProfile(const char* description, const QAVRGBChromaticities& c,
+                           cmsToneCurve* curve) {
+  const cmsCIExyY white = {c.whiteX, c.whiteY, 1.0};
+  const cmsCIExyYTRIPLE primaries = {
+      {c.redX, c.redY, 1.0}, {c.greenX, c.greenY, 1.0}, {c.blueX, c.blueY, 1.0}};
+  // The engine copies the curves into the profile.
+  cmsToneCurve* const curves[3] = {curve, curve, curve};
+  cmsHPROFILE handle = cmsCreateRGBProfile(&white, &primaries, curves);
+  if (!handle) return nullptr;
+  if (description && *description) {
+    if (cmsMLU* mlu = cmsMLUalloc(nullptr, 1)) {
+      cmsMLUsetASCII(mlu, "en", "US", description);
+      cmsWriteTag(handle, cmsSigProfileDescriptionTag, mlu);
+      cmsMLUfree(mlu);
+    }
+  }
+  return handle;
+}
+
+// The curve Y = (aX + b)^g above X = d, Y = cX below (the ICC parametric curve
+// of type 4), from encoded values to linear light.
+cmsHPROFILE MakeRgbProfile(const char* description, const QAVRGBChromaticities& c,
+                           const std::array<double, 5>& gabcd) {
+  cmsToneCurve* curve = cmsBuildParametricToneCurve(nullptr, 4, gabcd.data());
+  if (!curve) return nullptr;
+  cmsHPROFILE handle = MakeRgbProfile(description, c, curve);
+  cmsFreeToneCurve(curve);
+  return handle;
+}
+
+// The BT.709 / BT.2020 camera curve, L^0.45 scaled above its linear toe, in
+// the precision of BT.2020: V = alpha L^0.45 - (alpha - 1) for L >= beta,
+// V = 4.5 L below. Inverted for the profile: L = ((V + alpha - 1) / alpha)^(1 /
+// 0.45) for V >= 4.5 beta, L = V / 4.5 below.
+constexpr double kRec2020Alpha = 1.09929682680944;
+constexpr double kRec2020Beta = 0.018053968510807;
+
+// The built-in profile of entry `index` of QAVMMColorProfile::kBuiltInNames.
+cmsHPROFILE MakeBuiltIn(std::size_t index) {
+  constexpr double d65x = 0.3127;
+  constexpr double d65y = 0.3290;
+  // The sRGB curve: ((V + 0.055) / 1.055)^2.4 above 0.04045, V / 12.92 below.
+  constexpr std::array<double, 5> srgbCurve = {2.4, 1.0 / 1.055, 0.055 / 1.055, 1.0 / 12.92,
+                                               0.04045};
+  switch (index) {
+    case 0:
+      return cmsCreate_sRGBProfile();
+    case 1:
+      return MakeRgbProfile("Display P3", {d65x, d65y, 0.680, 0.320, 0.265, 0.690, 0.150, 0.060},
+                            srgbCurve);
+    case 2:
+      return MakeRgbProfile("opRGB (1998-compatible)",
+                            {d65x, d65y, 0.64, 0.33, 0.21, 0.71, 0.15, 0.06},
+                            {563.0 / 256.0, 1.0, 0.0, 0.0, 0.0});
+    case 3:
+      return MakeRgbProfile("Rec. 2020", {d65x, d65y, 0.708, 0.292, 0.170, 0.797, 0.131, 0.046},
+                            {1.0 / 0.45, 1.0 / kRec2020Alpha, (kRec2020Alpha - 1.0) / kRec2020Alpha,
+                             1.0 / 4.5, 4.5 * kRec2020Beta});
+    case 4:
+      // D50; 1.8 above the toe, which ends at 1/512 in linear light (1/32 encoded).
+      return MakeRgbProfile("ROMM RGB",
+                            {0.3457, 0.3585, 0.7347, 0.2653, 0.1596, 0.8404, 0.0366, 0.0001},
+                            {1.8, 1.0, 0.0, 1.0 / 16.0, 1.0 / 32.0});
+    default:
+      return nullptr;
+  }
+}
+
 }  // namespace
 
 QAVMMColorProfile::QAVMMColorProfile() = default;
@@ -177,6 +249,13 @@ void QAVMMColorProfile::Adopt(void* handle) {
 
 QAVMMColorProfile* QAVMMColorProfile::CreateFromFile(const QAVUnicodeString& path) {
   if (path.IsEmpty()) return nullptr;
+  for (std::size_t i = 0; i < kBuiltInNames.size(); ++i) {
+    if (path.str() != kBuiltInNames[i]) continue;
+    auto* profile = new QAVMMColorProfile;
+    profile->_path = path;
+    profile->Adopt(MakeBuiltIn(i));
+    return profile;
+  }
   std::vector<char> bytes;
   if (!ReadWholeFile(fs::path(path.ToNarrow()), bytes)) return nullptr;
   auto* profile = new QAVMMColorProfile;
@@ -195,23 +274,11 @@ QAVMMColorProfile* QAVMMColorProfile::CreateSRGB() {
 QAVMMColorProfile* QAVMMColorProfile::CreateRGB(const char* description,
                                                 const QAVRGBChromaticities& c, double gamma) {
   if (!(gamma > 0.0)) return nullptr;
-  const cmsCIExyY white = {c.whiteX, c.whiteY, 1.0};
-  const cmsCIExyYTRIPLE primaries = {
-      {c.redX, c.redY, 1.0}, {c.greenX, c.greenY, 1.0}, {c.blueX, c.blueY, 1.0}};
   cmsToneCurve* curve = cmsBuildGamma(nullptr, gamma);
   if (!curve) return nullptr;
-  cmsToneCurve* curves[3] = {curve, curve, curve};
-  cmsHPROFILE handle = cmsCreateRGBProfile(&white, &primaries, curves);
+  cmsHPROFILE handle = MakeRgbProfile(description, c, curve);
   cmsFreeToneCurve(curve);
   if (!handle) return nullptr;
-
-  if (description && *description) {
-    if (cmsMLU* mlu = cmsMLUalloc(nullptr, 1)) {
-      cmsMLUsetASCII(mlu, "en", "US", description);
-      cmsWriteTag(handle, cmsSigProfileDescriptionTag, mlu);
-      cmsMLUfree(mlu);
-    }
-  }
   auto* profile = new QAVMMColorProfile;
   profile->Adopt(handle);
   if (!profile->exist()) {
@@ -240,6 +307,8 @@ HRESULT QAVMMColorProfile::SaveToFile(const QAVUnicodeString& path) const {
 
 void QAVMMColorProfile::ListInstalledProfiles(QAVListValQAVUnicodeString& paths) {
   paths.RemoveAll();
+  for (const char* name : kBuiltInNames)
+    paths.Append(QAVUnicodeString(name));
   std::set<fs::path> seen;
   for (const fs::path& dir : SearchDirectories()) {
     for (const fs::path& file : ProfilesUnder(dir)) {

@@ -20,7 +20,9 @@
 // A token must be shorter than 132 characters. A byte 255 reads as an end of file.
 // A "\r\n" pair reads as one line end; a carriage return not followed by a line
 // feed is an ordinary character. Numbers are read with a point as decimal
-// separator whatever the locale.
+// separator whatever the locale: the reading thread alone is switched to the "C"
+// locale for the read and back to its own afterwards, so other threads keep
+// theirs, and the process's locale is never changed.
 //
 // Photometric type B stores its vertical angles negated, type A its horizontal
 // angles negated. Candela values are kept as written; the candela multiplier and

@@ -3,7 +3,8 @@
 // The live, batch and network renderers keep their parameters in three setting
 // repositories of the host: "RenderingLiveSettings", "RenderingBatchSettings"
 // and "RenderingNetworkSettings". InitSettings declares every setting of the
-// three with its type and default value, so that every later reader finds one.
+// three with its type and default value, so that every later reader finds one;
+// the keys, types and defaults are the tables of QAVRbaRenderingSettings.h.
 #ifndef QAVRbaLiveUIServices_h
 #define QAVRbaLiveUIServices_h
 

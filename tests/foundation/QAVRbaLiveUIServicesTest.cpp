@@ -1,11 +1,16 @@
 #include <gtest/gtest.h>
 
 #include <bit>
+#include <charconv>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <iterator>
+#include <span>
 #include <string>
 
 #include "QAVRbaLiveUIServices.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVSettingRepository.h"
 #include "QAVTestSupport.h"
 
@@ -13,11 +18,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* kLive = "RenderingLiveSettings";
-constexpr const char* kBatch = "RenderingBatchSettings";
-constexpr const char* kNetwork = "RenderingNetworkSettings";
+namespace Schema = QAVRbaRenderingSettings;
+constexpr const char* kLive = Schema::kLiveRepository;
+constexpr const char* kBatch = Schema::kBatchRepository;
+constexpr const char* kNetwork = Schema::kNetworkRepository;
 
-// "key type [value]" for each key, in declaration order, each followed by "; ".
+// "key type [value]" for each key, in declaration order, each followed by "; ":
+// of a repository as stored, or of a table of the schema.
 std::string Describe(const char* name) {
   std::string out;
   QAVSettingRepository* repo = QAVSettingRepository::GetRepository(name);
@@ -26,6 +33,36 @@ std::string Describe(const char* name) {
     for (const std::string& text : repo->GetSettingTexts(key.c_str()))
       out += " [" + text + "]";
     out += "; ";
+  }
+  return out;
+}
+std::string Describe(std::span<const Schema::Setting> settings) {
+  std::string out;
+  for (const Schema::Setting& setting : settings) {
+    std::string value;
+    switch (setting.type) {
+      case Schema::Type::Int:
+        out += setting.key + std::string(" int");
+        value = std::to_string(setting.intValue);
+        break;
+      case Schema::Type::Float: {
+        char text[32];
+        const auto result = std::to_chars(text, text + sizeof text, setting.floatValue);
+        out += setting.key + std::string(" float");
+        value.assign(text, result.ptr);
+        break;
+      }
+      case Schema::Type::String:
+        out += setting.key + std::string(" string");
+        value = setting.text;
+        break;
+      case Schema::Type::Text:
+      case Schema::Type::TextList:
+        out += setting.key + std::string(" text");
+        value = setting.text;
+        break;
+    }
+    out += " [" + value + "]; ";
   }
   return out;
 }
@@ -62,6 +99,28 @@ class LiveUIServicesTest : public qavtest::HostTest {
 };
 
 }  // namespace
+
+TEST_F(LiveUIServicesTest, SchemaHoldsEveryRepositoryKeyTypeAndDefault) {
+  ASSERT_EQ(std::size(Schema::kRepositories), 3u);
+  const std::string expected[] = {kLiveSettings, kBatchSettings, kNetworkSettings};
+  const char* names[] = {"RenderingLiveSettings", "RenderingBatchSettings",
+                         "RenderingNetworkSettings"};
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_STREQ(Schema::kRepositories[i].name, names[i]);
+    EXPECT_EQ(Describe(Schema::kRepositories[i].settings), expected[i]) << names[i];
+  }
+  // The float defaults are the float literals, bit for bit; the canvas list is
+  // a list, the directories single texts.
+  const Schema::Setting* shutter = Schema::Find(Schema::kLiveSettings, "ShutterTime");
+  const Schema::Setting* gamma = Schema::Find(Schema::kBatchSettings, "Gamma");
+  ASSERT_TRUE(shutter && gamma);
+  EXPECT_EQ(std::bit_cast<std::uint32_t>(shutter->floatValue), 0x3BC49BA6u);
+  EXPECT_EQ(std::bit_cast<std::uint32_t>(gamma->floatValue), 0x400CCCCDu);
+  EXPECT_EQ(Schema::Find(Schema::kBatchSettings, "CanvasArray")->type, Schema::Type::TextList);
+  EXPECT_EQ(Schema::Find(Schema::kBatchSettings, "SaveBatchDirectory")->type, Schema::Type::Text);
+  EXPECT_EQ(Schema::Find(Schema::kBatchSettings, "FileSaveAllowed"), nullptr);
+  EXPECT_EQ(Schema::Find(Schema::kNetworkSettings, "DomeImage"), nullptr);
+}
 
 TEST_F(LiveUIServicesTest, DeclaresEveryKeyInOrderWithItsTypeAndDefault) {
   EXPECT_EQ(QAVRbaLiveUIServices::InitSettings(), S_OK);

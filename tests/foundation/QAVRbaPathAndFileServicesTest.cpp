@@ -10,6 +10,7 @@
 #include <dirent.h>
 
 #include "QAVRbaPathAndFileServices.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVSettingRepository.h"
 #include "QAVTestSupport.h"
 
@@ -34,7 +35,8 @@ class PathAndFileServicesTest : public qavtest::HostTest {
     std::ofstream(path) << "x";
   }
   static void LiveSetting(const char* key, const std::string& value) {
-    QAVSettingRepository* live = QAVSettingRepository::GetRepository("RenderingLiveSettings");
+    QAVSettingRepository* live =
+        QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kLiveRepository);
     ASSERT_NE(live, nullptr);
     const QAVUnicodeString text(value);
     ASSERT_EQ(live->WriteSetting(key, &text), S_OK);
@@ -138,7 +140,7 @@ TEST_F(PathAndFileServicesTest, BackplateSearchOrder) {
   EXPECT_EQ(Backplate(""), "<none>");
 
   // The fallback directory, tried after the graphic directories.
-  LiveSetting("BackplatePath", fallback);
+  LiveSetting(QAVRbaRenderingSettings::kBackplatePath, fallback);
   Touch(fallback + "/last.hdr");
   EXPECT_EQ(Backplate("last.HDR"), fallback + "/last.hdr");
   Touch(fallback + "/sky.hdr");
@@ -155,7 +157,7 @@ TEST_F(PathAndFileServicesTest, BackplateWithOneGraphicDirectoryGoesToTheFallbac
   Touch(only + "/backplates/plate.png");
   GraphicPath(only);
   EXPECT_EQ(Backplate("plate.png"), "<none>");
-  LiveSetting("BackplatePath", fallback);
+  LiveSetting(QAVRbaRenderingSettings::kBackplatePath, fallback);
   Touch(fallback + "/plate.png");
   EXPECT_EQ(Backplate("plate.png"), fallback + "/plate.png");
   // A name without a dot is looked for with a trailing dot.
@@ -164,11 +166,11 @@ TEST_F(PathAndFileServicesTest, BackplateWithOneGraphicDirectoryGoesToTheFallbac
 
   // Without "QAVGraphicPath", and without the live repository, nothing breaks.
   GraphicPath(std::nullopt);  // resets the settings too
-  LiveSetting("BackplatePath", fallback);
+  LiveSetting(QAVRbaRenderingSettings::kBackplatePath, fallback);
   EXPECT_EQ(Backplate("plate.png"), fallback + "/plate.png");
-  QAVSettingRepository::SetAvailable("RenderingLiveSettings", false);
+  QAVSettingRepository::SetAvailable(QAVRbaRenderingSettings::kLiveRepository, false);
   EXPECT_EQ(Backplate("plate.png"), "<none>");
-  QAVSettingRepository::SetAvailable("RenderingLiveSettings", true);
+  QAVSettingRepository::SetAvailable(QAVRbaRenderingSettings::kLiveRepository, true);
 }
 
 TEST_F(PathAndFileServicesTest, TextureSearchOrder) {
@@ -186,7 +188,7 @@ TEST_F(PathAndFileServicesTest, TextureSearchOrder) {
   EXPECT_EQ(Texture("sky.hdr"), "<none>");
   EXPECT_EQ(Texture(""), "<none>");
 
-  LiveSetting("AmbiencePath", fallback);
+  LiveSetting(QAVRbaRenderingSettings::kAmbiencePath, fallback);
   Touch(fallback + "/sky.hdr");
   EXPECT_EQ(Texture("sky.hdr"), fallback + "/sky.hdr");
   Touch(fallback + "/ambiences/cloud.hdr");

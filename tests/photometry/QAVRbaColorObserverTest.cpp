@@ -9,6 +9,7 @@
 #include "QAVFrmWindow.h"
 #include "QAVMsgCatalog.h"
 #include "QAVNotificationDialog.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVRbaScreenProfileObserver.h"
 #include "QAVRef.h"
 #include "QAVSettingRepository.h"
@@ -48,7 +49,7 @@ class ScreenProfileObserverTest : public qavtest::HostTest {
     ASSERT_TRUE(_observer);
   }
   static QAVSettingRepository* Options() {
-    return QAVSettingRepository::GetRepository("RenderingOptionsSettings");
+    return QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kOptionsRepository);
   }
   static void Set(const char* key, int value) {
     ASSERT_EQ(Options()->WriteSetting(key, &value, 1), S_OK);
@@ -87,7 +88,7 @@ TEST_F(ScreenProfileObserverTest, SettingChangesAndRefusalsUntilDestroyed) {
   CreateObserver();
   EXPECT_EQ(callbacks->GetCallbackCount(QAVSettingRepository::ModifiedEvent()), before + 1);
 
-  Set("ProfileCombo", 1);
+  Set(QAVRbaRenderingSettings::kProfileCombo, 1);
   ASSERT_EQ(_calls.size(), 1u);
   EXPECT_EQ(_calls[0], _viewer.get());
   EXPECT_TRUE(Shown().empty());
@@ -103,7 +104,7 @@ TEST_F(ScreenProfileObserverTest, SettingChangesAndRefusalsUntilDestroyed) {
 
   // Without a current window there is nobody to refresh.
   _layout->SetCurrentWindow(nullptr);
-  Set("ProfileCombo", 0);
+  Set(QAVRbaRenderingSettings::kProfileCombo, 0);
   QAVFrmLayout::SetCurrentLayout(nullptr);
   _observer->updateProfile();
   EXPECT_EQ(_calls.size(), 4u);
@@ -112,14 +113,14 @@ TEST_F(ScreenProfileObserverTest, SettingChangesAndRefusalsUntilDestroyed) {
   EXPECT_EQ(callbacks->GetCallbackCount(QAVSettingRepository::ModifiedEvent()), before);
   QAVFrmLayout::SetCurrentLayout(_layout.get());
   _layout->SetCurrentWindow(_window.get());
-  Set("ProfileCombo", 3);
+  Set(QAVRbaRenderingSettings::kProfileCombo, 3);
   EXPECT_EQ(_calls.size(), 4u);
 }
 
 TEST_F(ScreenProfileObserverTest, ChosenProfileFileMustBeThere) {
   // Chosen before the observer exists; a later change of any setting reacts.
-  Set("ProfileCombo", 2);
-  Set("ProfileFileBrowse", _scratch.str() + "/missing.icc");
+  Set(QAVRbaRenderingSettings::kProfileCombo, 2);
+  Set(QAVRbaRenderingSettings::kProfileFileBrowse, _scratch.str() + "/missing.icc");
   CreateObserver();
   Set("Unrelated", 1);
   EXPECT_TRUE(_calls.empty());
@@ -127,30 +128,31 @@ TEST_F(ScreenProfileObserverTest, ChosenProfileFileMustBeThere) {
 
   // No path at all is missing too.
   QAVNotificationDialog::ClearShownMessages();
-  Set("ProfileFileBrowse", "");
+  Set(QAVRbaRenderingSettings::kProfileFileBrowse, "");
   EXPECT_TRUE(_calls.empty());
   EXPECT_EQ(Shown().size(), 1u);
 
   // The file exists: the owner is asked to refresh.
   QAVNotificationDialog::ClearShownMessages();
   const std::string file = _scratch.Write("screen.icc", "profile bytes").string();
-  Set("ProfileFileBrowse", file);
+  Set(QAVRbaRenderingSettings::kProfileFileBrowse, file);
   EXPECT_EQ(_calls.size(), 1u);
   EXPECT_TRUE(Shown().empty());
 
   // Another choice than a file does not look at the path.
-  Set("ProfileFileBrowse", _scratch.str() + "/missing.icc");  // still 2: missing
-  Set("ProfileCombo", 1);
+  Set(QAVRbaRenderingSettings::kProfileFileBrowse,
+      _scratch.str() + "/missing.icc");  // still 2: missing
+  Set(QAVRbaRenderingSettings::kProfileCombo, 1);
   EXPECT_EQ(_calls.size(), 2u);
   EXPECT_EQ(Shown().size(), 1u);
 }
 
 TEST_F(ScreenProfileObserverTest, WithoutRepositoryUpdateIsFatal) {
-  QAVSettingRepository::SetAvailable("RenderingOptionsSettings", false);
+  QAVSettingRepository::SetAvailable(QAVRbaRenderingSettings::kOptionsRepository, false);
   CreateObserver();
   // Nothing subscribed: changes of the repository, once it exists, do not reach it.
-  QAVSettingRepository::SetAvailable("RenderingOptionsSettings", true);
-  Set("ProfileCombo", 1);
+  QAVSettingRepository::SetAvailable(QAVRbaRenderingSettings::kOptionsRepository, true);
+  Set(QAVRbaRenderingSettings::kProfileCombo, 1);
   EXPECT_TRUE(_calls.empty());
   EXPECT_DEATH(_observer->updateProfile(),
                "Fatal error: AssertionFailed:_repository \\(QAVRbaScreenProfileObserver:68\\)");

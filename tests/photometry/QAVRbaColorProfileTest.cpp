@@ -12,6 +12,7 @@
 #include "QAVFrmWindow.h"
 #include "QAVRbaColorProfile.h"
 #include "QAVRbaImageServices.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVRef.h"
 #include "QAVSettingRepository.h"
 #include "QAVTestSupport.h"
@@ -26,9 +27,14 @@ double LinearToSrgb(double v) {
   return v <= 0.0031308 ? 12.92 * v : 1.055 * std::pow(v, 1.0 / 2.4) - 0.055;
 }
 
-// Installed profiles, in listing order: 1 sRGB, 2 linear sRGB, 3 not a profile,
-// 4 linear again (removed by a test after the listing). Nothing else installed
-// on the machine is seen.
+// Installed profiles, in listing order: 1 to 5 the host's built-in profiles, then
+// the files 6 sRGB, 7 linear sRGB, 8 not a profile, 9 linear again (removed by a
+// test after the listing). Nothing else installed on the machine is seen.
+constexpr int kSrgbFile = 6;
+constexpr int kLinearFile = 7;
+constexpr int kBrokenFile = 8;
+constexpr int kGoneFile = 9;
+
 class ColorManagementTest : public qavtest::HostTest {
  protected:
   void SetUp() override {
@@ -62,9 +68,11 @@ class ColorManagementTest : public qavtest::HostTest {
     ASSERT_EQ(profile->SaveToFile(QAVUnicodeString((_iccDir / name).string())), S_OK);
   }
   static void SelectProfile(int index) {
-    QAVSettingRepository* live = QAVSettingRepository::GetRepository("RenderingLiveSettings");
+    QAVSettingRepository* live =
+        QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kLiveRepository);
     ASSERT_NE(live, nullptr);
-    ASSERT_EQ(live->WriteSetting("ColorProfileSelectedIndex", &index, 1), S_OK);
+    ASSERT_EQ(live->WriteSetting(QAVRbaRenderingSettings::kColorProfileSelectedIndex, &index, 1),
+              S_OK);
   }
   static std::string WorkingFile() {
     QAVMMColorProfile* working = QAVRbaColorProfile::GetWorkingColorProfile();
@@ -108,7 +116,7 @@ TEST_F(ColorManagementTest, OffLeavesTexturesAndImagesAlone) {
   same->Release();
 
   // Switching off after a profile was in use releases it.
-  SelectProfile(2);
+  SelectProfile(kLinearFile);
   ASSERT_EQ(QAVRbaColorProfile::UpdateWorkingColorProfile(), S_OK);
   const ProfileRef held(QAVRbaColorProfile::GetWorkingColorProfile());
   ASSERT_TRUE(held);
@@ -126,7 +134,7 @@ TEST_F(ColorManagementTest, OffLeavesTexturesAndImagesAlone) {
 }
 
 TEST_F(ColorManagementTest, TexturesInPlaceImagesIntoACopy) {
-  SelectProfile(2);  // linear light, shown on an sRGB screen
+  SelectProfile(kLinearFile);  // linear light, shown on an sRGB screen
   UseScreen();
   // Other sample types, and one or two components per pixel, cannot be read as
   // RGB; the pixels stay. The working profile is made before the type is looked at.
@@ -179,7 +187,7 @@ TEST_F(ColorManagementTest, TexturesInPlaceImagesIntoACopy) {
 
 TEST_F(ColorManagementTest, UnusableChoicesKeepThePreviousProfile) {
   UseScreen();
-  SelectProfile(2);
+  SelectProfile(kLinearFile);
   ASSERT_EQ(QAVRbaColorProfile::UpdateWorkingColorProfile(), S_OK);
   QAVMMColorProfile* linear = QAVRbaColorProfile::GetWorkingColorProfile();
   ASSERT_NE(linear, nullptr);
@@ -192,7 +200,7 @@ TEST_F(ColorManagementTest, UnusableChoicesKeepThePreviousProfile) {
   Save(Linear(), "5-late.icc");
   fs::remove(_iccDir / "4-gone.icc");
 
-  for (const int index : {5, 99, 3, 4, -1}) {
+  for (const int index : {kGoneFile + 1, 99, kBrokenFile, kGoneFile, -1}) {
     SCOPED_TRACE(index);
     SelectProfile(index);
     EXPECT_EQ(QAVRbaColorProfile::UpdateWorkingColorProfile(), S_OK);
@@ -204,16 +212,38 @@ TEST_F(ColorManagementTest, UnusableChoicesKeepThePreviousProfile) {
   }
 
   // A usable choice replaces it; pixels already in the screen's profile stay.
-  SelectProfile(1);
+  SelectProfile(kSrgbFile);
   const auto texture = Texture(3, 128, 254);
   EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(texture.get()), S_OK);
   EXPECT_EQ(WorkingFile(), "1-srgb.icc");
   EXPECT_EQ(Rgb(texture), (std::vector<int>{3, 128, 254}));
 }
 
+TEST_F(ColorManagementTest, BuiltInProfilesAreChosenByTheirIndex) {
+  UseScreen();
+  // 2: Display P3. Its colour of sRGB red, 0.9175 0.2003 0.1387, is red on the
+  // sRGB screen.
+  SelectProfile(2);
+  auto texture = Texture(234, 51, 35);
+  ASSERT_EQ(QAVRbaColorProfile::ApplyColorManagement(texture.get()), S_OK);
+  ASSERT_NE(QAVRbaColorProfile::GetWorkingColorProfile(), nullptr);
+  EXPECT_EQ(QAVRbaColorProfile::GetWorkingColorProfile()->GetPath().str(), "builtin:display-p3");
+  const std::vector<int> shown = Rgb(texture);
+  EXPECT_GE(shown[0], 254);
+  EXPECT_LE(shown[1], 3);
+  EXPECT_LE(shown[2], 3);
+
+  // 1: sRGB, the screen's own profile: the pixels stay.
+  SelectProfile(1);
+  texture = Texture(234, 51, 35);
+  ASSERT_EQ(QAVRbaColorProfile::ApplyColorManagement(texture.get()), S_OK);
+  EXPECT_EQ(QAVRbaColorProfile::GetWorkingColorProfile()->GetPath().str(), "builtin:srgb");
+  EXPECT_EQ(Rgb(texture), (std::vector<int>{234, 51, 35}));
+}
+
 TEST_F(ColorManagementTest, ScreenProfileFollowsTheViewersWindow) {
   // No screen profile yet: nothing to convert to, the pixels stay.
-  SelectProfile(1);
+  SelectProfile(kSrgbFile);
   auto texture = Texture(128, 128, 128);
   EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(texture.get()), S_OK);
   EXPECT_EQ(texture->GetPixels()[0], 128);
@@ -245,11 +275,11 @@ TEST_F(ColorManagementTest, ScreenProfileFollowsTheViewersWindow) {
 
 TEST_F(ColorManagementTest, UnreadableSetting) {
   // Without the repository the update fails and management stays off.
-  QAVSettingRepository::SetAvailable("RenderingLiveSettings", false);
+  QAVSettingRepository::SetAvailable(QAVRbaRenderingSettings::kLiveRepository, false);
   EXPECT_EQ(QAVRbaColorProfile::UpdateWorkingColorProfile(), E_FAIL);
   const auto texture = Texture(55, 55, 55);
   EXPECT_EQ(QAVRbaColorProfile::ApplyColorManagement(texture.get()), S_FALSE);
-  QAVSettingRepository::SetAvailable("RenderingLiveSettings", true);
+  QAVSettingRepository::SetAvailable(QAVRbaRenderingSettings::kLiveRepository, true);
 
   // A value of another type cannot be read: nothing changes, and it succeeds.
   ResetProcessState();

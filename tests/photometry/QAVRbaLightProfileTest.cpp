@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <clocale>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -244,24 +243,6 @@ TEST_F(LightProfileTest, NumbersConvertExactlyAsScanfDoes) {
   ASSERT_TRUE(ReadText("TILT=NONE\n+007 1000 1.0 2x 1.9 1 2 0 0 0 1 1 1\n0 90\n0\n1 2\n"))
       << Error();
   EXPECT_EQ(Header(_profile), (Doubles{7, 1000, 1, 2, 1, 1, 2, 0, 0, 0, 1, 1}));
-}
-
-TEST_F(LightProfileTest, NumericLocaleIsCDuringTheReadAndRestoredAfter) {
-  const std::string original = std::setlocale(LC_NUMERIC, nullptr);
-  // A decimal-comma locale, when the machine has one, shows that the read
-  // ignores it: "0.5x" goes through sscanf, which would stop at the point.
-  bool set = false;
-  for (const char* name : {"de_DE.UTF-8", "fr_FR.UTF-8", "C.UTF-8"})
-    if ((set = std::setlocale(LC_NUMERIC, name) != nullptr)) break;
-  if (!set) GTEST_SKIP() << "no locale other than C";
-  const std::string active = std::setlocale(LC_NUMERIC, nullptr);
-  const bool read = ReadText("TILT=NONE\n1 1000 0.5x 1 1 1 2 0 0 0 1.0 1.0 10\n0\n0\n1,5\n");
-  const std::string after = std::setlocale(LC_NUMERIC, nullptr);
-  (void)std::setlocale(LC_NUMERIC, original.c_str());
-  ASSERT_TRUE(read) << Error();
-  EXPECT_EQ(after, active);
-  EXPECT_EQ(_profile.GetCandelaMultiplier(), 0.5);
-  EXPECT_EQ(Table(_profile), (Doubles{1}));  // the comma separates tokens
 }
 
 TEST_F(LightProfileTest, ReReadsAndFailedReadsLeaveTheDocumentedState) {

@@ -3,6 +3,7 @@
 #include "QAVFrmWindow.h"
 #include "QAVProcessState.h"
 #include "QAVRbaImageServices.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVSettingRepository.h"
 
 QAVListValQAVUnicodeString QAVRbaColorProfile::_iccProfiles;
@@ -37,11 +38,12 @@ void Convert(QAVPixelImage& image, const QAVRef<QAVMMColorProfile>& working,
 }  // namespace
 
 HRESULT QAVRbaColorProfile::UpdateWorkingColorProfile() {
-  QAVSettingRepository* live = QAVSettingRepository::GetRepository("RenderingLiveSettings");
+  QAVSettingRepository* live =
+      QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kLiveRepository);
   if (!live) return E_FAIL;
 
   int index = _colorProfileSelectedIdx;
-  if (FAILED(live->ReadSetting("ColorProfileSelectedIndex", &index, 1))) {
+  if (FAILED(live->ReadSetting(QAVRbaRenderingSettings::kColorProfileSelectedIndex, &index, 1))) {
     if (_colorProfileSelectedIdx == 0) _workingColorProfile.Reset();
     return S_OK;
   }

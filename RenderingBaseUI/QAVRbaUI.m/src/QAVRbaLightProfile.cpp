@@ -20,13 +20,14 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <clocale>
 #include <cmath>
 #include <cstring>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <system_error>
+
+#include <locale.h>
 
 QAV_IMPLEMENT_CLASS(QAVRbaLightProfile, QAVBaseUnknown, "RenderingBaseUI");
 
@@ -122,6 +123,28 @@ bool ScanDouble(std::string_view token, double* value) {
   }
   return ScanWithFormat(token, "%le", value);
 }
+
+// Numbers are read with a point as decimal separator whatever the user's
+// locale. The "C" locale is made current for the reading thread only, never for
+// the process: the host's other threads keep formatting numbers in theirs. The
+// thread's own locale (its own, or the process's) is current again when this
+// goes out of scope. The "C" locale object is made once and kept for the
+// process; when it cannot be made (out of memory), the thread's locale stays.
+class CLocaleForThisThread {
+ public:
+  CLocaleForThisThread() {
+    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(nullptr));
+    if (cLocale != static_cast<locale_t>(nullptr)) _previous = uselocale(cLocale);
+  }
+  ~CLocaleForThisThread() {
+    if (_previous != static_cast<locale_t>(nullptr)) (void)uselocale(_previous);
+  }
+  CLocaleForThisThread(const CLocaleForThisThread&) = delete;
+  CLocaleForThisThread& operator=(const CLocaleForThisThread&) = delete;
+
+ private:
+  locale_t _previous = static_cast<locale_t>(nullptr);
+};
 
 const char* const kHeaderNames[13] = {"number of lamps",
                                       "lumens per lamp",
@@ -561,13 +584,11 @@ bool QAVRbaLightProfile::ReadIESFile(const QAVUnicodeString& path) {
     _lastError = QAVUnicodeString("cannot open the file");
     return false;
   }
-  // Numbers are read with a point as decimal separator whatever the user's
-  // locale; the user's setting is put back afterwards.
-  const char* current = std::setlocale(LC_NUMERIC, nullptr);
-  const std::string saved = current ? current : "";
-  (void)std::setlocale(LC_NUMERIC, "C");
-  const bool parsed = ParseIESFile(file);
-  if (!saved.empty()) (void)std::setlocale(LC_NUMERIC, saved.c_str());
+  bool parsed = false;
+  {
+    const CLocaleForThisThread cLocale;
+    parsed = ParseIESFile(file);
+  }
   (void)std::fclose(file);  // read only: nothing to flush
   return parsed;
 }

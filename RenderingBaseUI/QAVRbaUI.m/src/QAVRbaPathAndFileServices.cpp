@@ -6,6 +6,7 @@
 #include "QAVFileServices.h"
 #include "QAVRbaEnvironment.h"
 #include "QAVRbaImageServices.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVString.h"
 #include "QAVSysSettingRepository.h"
 
@@ -33,7 +34,7 @@ QAVListValQAVUnicodeString SearchedGraphicDirectories() {
 QAVUnicodeString LiveSettingsDirectory(const char* key) {
   QAVUnicodeString directory;
   QAVSysSettingRepository* settings =
-      QAVSysSettingRepository::GetSettingRepository("RenderingLiveSettings");
+      QAVSysSettingRepository::GetSettingRepository(QAVRbaRenderingSettings::kLiveRepository);
   if (settings) settings->ReadAttribute(key, directory);
   return directory;
 }
@@ -118,7 +119,7 @@ void QAVRbaPathAndFileServices::RetreiveBackplatePath(const QAVUnicodeString& fi
       return;
   }
 
-  const QAVUnicodeString fallback = LiveSettingsDirectory("BackplatePath");
+  const QAVUnicodeString fallback = LiveSettingsDirectory(QAVRbaRenderingSettings::kBackplatePath);
   if (fallback.IsEmpty()) return;
   // Only the lower-case form is looked for in the fallback directory, unlike in
   // the graphic directories: a file stored there with an upper-case extension is
@@ -135,7 +136,7 @@ void QAVRbaPathAndFileServices::RetreiveTexturePath(const QAVUnicodeString& file
       return;
   }
 
-  const QAVUnicodeString fallback = LiveSettingsDirectory("AmbiencePath");
+  const QAVUnicodeString fallback = LiveSettingsDirectory(QAVRbaRenderingSettings::kAmbiencePath);
   if (fallback.IsEmpty()) return;
   TakeFirstExisting({Join(fallback, fileName)}, foundPath);
 }

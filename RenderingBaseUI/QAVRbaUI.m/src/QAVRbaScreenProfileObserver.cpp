@@ -8,6 +8,7 @@
 #include "QAVFrmWindow.h"
 #include "QAVMsgCatalog.h"
 #include "QAVNotificationDialog.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVUnicodeString.h"
 
 QAV_IMPLEMENT_CLASS(QAVRbaScreenProfileObserver, QAVEventSubscriber, "RenderingBaseUI");
@@ -31,9 +32,10 @@ void ShowMessage(const char* key, const char* defaultText) {
 // plain string; empty when there is none.
 QAVUnicodeString ProfileFile(const QAVSettingRepository& repository) {
   QAVUnicodeString path;
-  if (SUCCEEDED(repository.ReadAttr("ProfileFileBrowse", &path, 1))) return path;
+  if (SUCCEEDED(repository.ReadAttr(QAVRbaRenderingSettings::kProfileFileBrowse, &path, 1)))
+    return path;
   QAVString narrow;
-  if (SUCCEEDED(repository.ReadAttr("ProfileFileBrowse", &narrow, 1)))
+  if (SUCCEEDED(repository.ReadAttr(QAVRbaRenderingSettings::kProfileFileBrowse, &narrow, 1)))
     return QAVUnicodeString(narrow);
   return QAVUnicodeString();
 }
@@ -52,8 +54,8 @@ QAVRbaScreenProfileObserver::Owner QAVRbaScreenProfileObserver::createScreenProf
     Callback callback) {
   Owner observer(new QAVRbaScreenProfileObserver);
   observer->_callback = std::move(callback);
-  observer->_repository =
-      QAVRef<QAVSettingRepository>(QAVSettingRepository::GetRepository("RenderingOptionsSettings"));
+  observer->_repository = QAVRef<QAVSettingRepository>(
+      QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kOptionsRepository));
   if (observer->_repository) {
     if (QAVCallbackManager* callbacks = observer->_repository->GetCallbackManager()) {
       QAVRbaScreenProfileObserver* self = observer.get();
@@ -69,7 +71,7 @@ void QAVRbaScreenProfileObserver::updateProfile() {
   if (!_repository) QAVFatalError("AssertionFailed:_repository", "QAVRbaScreenProfileObserver", 68);
 
   int combo = 0;
-  _repository->ReadAttr("ProfileCombo", &combo, 1);
+  _repository->ReadAttr(QAVRbaRenderingSettings::kProfileCombo, &combo, 1);
   if (combo == 2) {
     const QAVUnicodeString path = ProfileFile(*_repository);
     if (_QAVFileAccess(path, QAV_ACCESS_READ, 0) != 0) {
