@@ -33,7 +33,7 @@ class PhotometryCliTest : public qavtest::HostTest {
   void SetUp() override {
     qavtest::HostTest::SetUp();
     if (qavtest::QavrbaProgram().empty()) GTEST_SKIP() << "qavrba is not built";
-    // Installed profiles: 1 sRGB, 2 linear sRGB, 3 not a profile; nothing else.
+    // Installed profiles: 1 to 5 built in; then 6 sRGB, 7 linear sRGB, 8 not a profile.
     const fs::path icc = _scratch.path() / "icc";
     fs::create_directories(icc);
     QAVRef<QAVMMColorProfile>::Adopt(QAVMMColorProfile::CreateSRGB())
@@ -84,14 +84,14 @@ TEST_F(PhotometryCliTest, ColorProfilesAndConversion) {
   Run run = Qavrba("color profiles");
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_TRUE(Has(run.out, "  0  colour management off\n")) << run.out;
-  EXPECT_TRUE(Has(run.out, "  1  sRGB")) << run.out;
-  EXPECT_TRUE(Has(run.out, "  2  Linear sRGB\n     " + _scratch.str() + "/icc/2-linear.icc"))
+  EXPECT_TRUE(Has(run.out, "  6  sRGB")) << run.out;
+  EXPECT_TRUE(Has(run.out, "  7  Linear sRGB\n     " + _scratch.str() + "/icc/2-linear.icc"))
       << run.out;
-  EXPECT_TRUE(Has(run.out, "  3  (not a usable RGB profile)")) << run.out;
+  EXPECT_TRUE(Has(run.out, "  8  (not a usable RGB profile)")) << run.out;
 
   // Linear 55 and 128 shown on an sRGB screen: 128 and 188. Off: copied as is.
   _scratch.Write("in.ppm", "P6\n# linear light\n2 1\n255\n\x00\x37\xff\x80\x80\x80"s);
-  run = Qavrba("color convert --to 2 in.ppm out.ppm");
+  run = Qavrba("color convert --to 7 in.ppm out.ppm");
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_EQ(Output("out.ppm"), "P6\n2 1\n255\n\x00\x80\xff\xbc\xbc\xbc"s);
   run = Qavrba("color convert --to 0 in.ppm off.ppm");
@@ -100,7 +100,7 @@ TEST_F(PhotometryCliTest, ColorProfilesAndConversion) {
 
   // 16-bit samples, and another screen: sRGB pixels on a linear screen.
   _scratch.Write("in16.ppm", "P6 1 1 65535\n\x80\x00\xff\xff\x00\x00"s);
-  run = Qavrba("color convert --to 1 --screen 2 in16.ppm out16.ppm");
+  run = Qavrba("color convert --to 6 --screen 7 in16.ppm out16.ppm");
   ASSERT_EQ(run.status, 0) << run.err;
   const std::string out16 = Output("out16.ppm");
   ASSERT_EQ(out16.size(), 19u);  // 13 bytes of header, 3 samples of 2 bytes
@@ -126,17 +126,17 @@ TEST_F(PhotometryCliTest, ConvertRefusesBadInput) {
   };
   for (const auto& [content, reason] : refused) {
     _scratch.Write("bad.ppm", content);
-    const Run run = Qavrba("color convert --to 2 bad.ppm o.ppm");
+    const Run run = Qavrba("color convert --to 7 bad.ppm o.ppm");
     EXPECT_EQ(run.status, 1) << content;
     EXPECT_TRUE(Has(run.err, reason)) << run.err;
   }
-  for (const auto& [to, reason] : {std::pair{3, "profile 3 is not a usable RGB ICC profile"},
-                                   std::pair{4, "there is no profile 4: 3 installed"}}) {
+  for (const auto& [to, reason] : {std::pair{8, "profile 8 is not a usable RGB ICC profile"},
+                                   std::pair{9, "there is no profile 9: 8 installed"}}) {
     const Run run = Qavrba("color convert --to " + std::to_string(to) + " in.ppm o.ppm");
     EXPECT_EQ(run.status, 1);
     EXPECT_TRUE(Has(run.err, reason)) << run.err;
   }
-  EXPECT_EQ(Qavrba("color convert --to 1 --screen 3 in.ppm o.ppm").status, 1);
+  EXPECT_EQ(Qavrba("color convert --to 6 --screen 8 in.ppm o.ppm").status, 1);
   EXPECT_EQ(Qavrba("color convert --to 1 missing.ppm o.ppm").status, 1);
   EXPECT_FALSE(fs::exists(_scratch.path() / "o.ppm"));
   for (const char* usage :

@@ -314,7 +314,8 @@ int DemoColor(const std::string& resourcesDir) {
     fs::remove_all(dir, ec);
     return 1;
   }
-  // The demo's folder is searched first, so its profile is number 1.
+  // The demo's folder is searched first, so its profile comes right after the
+  // built-in ones.
   const char* old = QAVGetEnv("QAVHOST_ICC_PATH");
   const std::string saved = old ? old : "";
   ::setenv("QAVHOST_ICC_PATH", (dir.string() + (old ? ":" + saved : "")).c_str(), 1);
@@ -324,7 +325,8 @@ int DemoColor(const std::string& resourcesDir) {
   for (std::size_t i = 0; i < 6; ++i)
     std::memset(texture->GetPixels() + 3 * i, levels[i], 3);
   std::string summary;
-  const int status = Manage(1, nullptr, *texture, summary);
+  const int status = Manage(static_cast<int>(QAVMMColorProfile::kBuiltInNames.size()) + 1, nullptr,
+                            *texture, summary);
   if (status == 0) {
     std::printf("Colour management, %s:\n ", summary.c_str());
     for (std::size_t i = 0; i < 6; ++i)
