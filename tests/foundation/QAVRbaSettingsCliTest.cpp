@@ -44,7 +44,7 @@ TEST_F(SettingsCliTest, InitThenTypedGetAndSet) {
       {"DPI abc", "\"abc\" is not an int"},
       {"Gamma 1.5x", "\"1.5x\" is not a finite float"},
       {"DPI 99999999999", "out of range for an int"},
-      {"Units", "needs a repository, a key and at least one value"},
+      {"Units", "values is required"},
       {"NoSuchKey 1", "is not declared"},
   };
   for (const auto& [arguments, says] : refused) {
@@ -56,7 +56,15 @@ TEST_F(SettingsCliTest, InitThenTypedGetAndSet) {
 
   run = Qavrba("set RenderingLiveSettings DPI 300");
   ASSERT_EQ(run.status, 0) << run.err;
-  run = Qavrba("set RenderingBatchSettings CanvasArray result 'two words'");
+  // A key keeps its number of values unless a list is asked for.
+  for (const char* arguments :
+       {"RenderingLiveSettings Gamma 2.4 2.5", "RenderingBatchSettings CanvasArray a b"}) {
+    run = Qavrba(std::string("set ") + arguments);
+    EXPECT_EQ(run.status, 1) << arguments;
+    EXPECT_NE(run.err.find("give --list"), std::string::npos) << run.err;
+  }
+  EXPECT_EQ(Qavrba("get RenderingLiveSettings Gamma").out, "2.2\n");
+  run = Qavrba("set --list RenderingBatchSettings CanvasArray result 'two words'");
   ASSERT_EQ(run.status, 0) << run.err;
   run = Qavrba("get RenderingLiveSettings DPI");
   EXPECT_EQ(run.status, 0);
@@ -80,7 +88,13 @@ TEST_F(SettingsCliTest, InitThenTypedGetAndSet) {
   ASSERT_EQ(Qavrba("init").status, 0);
   EXPECT_EQ(Qavrba("get RenderingLiveSettings DPI").out, "300\n");
 
-  EXPECT_EQ(Qavrba("frobnicate").status, 2);
-  EXPECT_EQ(Qavrba("get RenderingLiveSettings").status, 2);
-  EXPECT_EQ(Qavrba("--help").status, 0);
+  for (const char* usage : {"frobnicate", "get RenderingLiveSettings", "", "show a b",
+                            "set --list RenderingLiveSettings", "init --force"})
+    EXPECT_EQ(Qavrba(usage).status, 2) << usage;
+  EXPECT_EQ(qavtest::RunQavrba("frobnicate", _scratch).status, 2);
+  for (const char* help : {"--help", "set --help"}) {
+    run = Qavrba(help);
+    EXPECT_EQ(run.status, 0) << help;
+    EXPECT_NE(run.out.find("Usage: qavrba settings"), std::string::npos) << run.out;
+  }
 }

@@ -61,9 +61,10 @@ TEST_F(PhotometryCliTest, BlackbodyTintsAndStrip) {
   EXPECT_TRUE(Has(run.out, "0 K (6500 K)  0.9818 1.0000 0.9885  #fafffc")) << run.out;
 
   for (const char* bad :
-       {"blackbody", "blackbody 12x", "blackbody -- 5", "blackbody -100", "blackbody nan",
-        "blackbody --strip 5000:1000 -o s.svg", "blackbody --strip 0:1000 -o s.svg",
-        "blackbody --strip 1000 -o s.svg", "blackbody --strip 1000:2000"}) {
+       {"blackbody", "blackbody 12x", "blackbody -100", "blackbody nan",
+        "blackbody 5 --strip 1:2 -o s.svg", "blackbody --strip 5000:1000 -o s.svg",
+        "blackbody --strip 0:1000 -o s.svg", "blackbody --strip 1000 -o s.svg",
+        "blackbody --strip 1000:2000"}) {
     run = Qavrba(bad);
     EXPECT_EQ(run.status, 2) << bad;
     EXPECT_FALSE(run.err.empty()) << bad;
@@ -77,6 +78,22 @@ TEST_F(PhotometryCliTest, BlackbodyTintsAndStrip) {
   for (const char* part : {"</svg>\n", "fill=\"#ff" /* the warm end */, ">12000</text>"})
     EXPECT_TRUE(Has(svg, part)) << part;
   EXPECT_EQ(Qavrba("blackbody --strip 1000:2000 -o no/such/dir/s.svg").status, 1);
+
+  // Outside the range where black bodies have a colour the program says so: a
+  // note for the black tints of low temperatures, a refusal where the
+  // computation gives no numbers.
+  run = Qavrba("blackbody 300");
+  EXPECT_EQ(run.status, 0);
+  EXPECT_TRUE(Has(run.out, "300 K  0.0000 0.0000 0.0000  #000000")) << run.out;
+  EXPECT_TRUE(Has(run.err, "note: below 5")) << run.err;
+  for (const char* refused : {"blackbody 2000 1e25", "blackbody --strip 100:1e38 -o s.svg",
+                              "blackbody --strip=100:400 --output=s.svg"}) {
+    run = Qavrba(refused);
+    EXPECT_EQ(run.status, 1) << refused;
+    EXPECT_TRUE(Has(run.err, "have a colour from about 5")) << run.err;
+    EXPECT_TRUE(run.out.empty()) << run.out;
+  }
+  EXPECT_FALSE(fs::exists(_scratch.path() / "s.svg"));
 }
 
 TEST_F(PhotometryCliTest, ColorProfilesAndConversion) {
@@ -137,6 +154,14 @@ TEST_F(PhotometryCliTest, ConvertRefusesBadInput) {
     EXPECT_TRUE(Has(run.err, reason)) << run.err;
   }
   EXPECT_EQ(Qavrba("color convert --to 6 --screen 8 in.ppm o.ppm").status, 1);
+  // A directory, and a stream that never ends, are refused at once.
+  fs::create_directories(_scratch.path() / "dir.ppm");
+  for (const auto& [input, reason] : {std::pair{"dir.ppm", "it is a directory"},
+                                      std::pair{"/dev/zero", "does not start with \"P6\""}}) {
+    const Run run = Qavrba(std::string("color convert --to=6 ") + input + " o.ppm");
+    EXPECT_EQ(run.status, 1) << input;
+    EXPECT_TRUE(Has(run.err, reason)) << run.err;
+  }
   EXPECT_EQ(Qavrba("color convert --to 1 missing.ppm o.ppm").status, 1);
   EXPECT_FALSE(fs::exists(_scratch.path() / "o.ppm"));
   for (const char* usage :
@@ -179,6 +204,14 @@ TEST_F(PhotometryCliTest, IesInfoSampleGridAndPlot) {
   // Two curves of 2 x 361 points each: a move and 721 line segments.
   EXPECT_EQ(Count(svg, "<path d=\"M"), 2u);
   EXPECT_EQ(Count(svg, " L"), 2u * 721);
+
+  // A profile that samples as 0 everywhere says why on its diagram.
+  run = Qavrba("ies plot " + Ies("type_b.ies") + " --output=zero.svg");
+  ASSERT_EQ(run.status, 0) << run.err;
+  for (const char* part :
+       {"Every direction samples as 0 cd", "vertical angles: unsupported range", "a type B file"})
+    EXPECT_TRUE(Has(Output("zero.svg"), part)) << part;
+  EXPECT_FALSE(Has(Output("plot.svg"), "Every direction samples as 0 cd"));
 
   for (const std::string& usage :
        {"ies info"s, "ies frobnicate x"s, "ies sample " + Ies("sym_h90_quadrant.ies") + " 135",

@@ -1,34 +1,34 @@
-// The command registry of the qavrba program. A command group registers itself
-// with QAV_CLI_COMMAND; main dispatches on the first argument.
+// The command line of the qavrba program, parsed with CLI11. Each command group
+// lives in its own file and adds its subcommands to the program's app with
+// QAV_CLI_COMMAND(name, setup). A subcommand's action (OnRun) returns the exit
+// status: 0 success, 1 failure (Fail), 2 usage error (UsageError). CLI11 reports
+// the usage errors it finds itself (unknown options, missing or malformed
+// arguments, numbers out of range) with status 2 too.
 #ifndef QAVCli_h
 #define QAVCli_h
 
+#include <CLI/CLI.hpp>
+#include <functional>
 #include <string>
-#include <vector>
 
 namespace qavcli {
 
-using Args = std::vector<std::string>;
-// Runs a command group with the arguments that follow its name; returns the exit
-// status (0 success, 1 failure, 2 usage error).
-using Handler = int (*)(const Args& args);
+using Setup = void (*)(CLI::App& program);
 
-struct Command {
-  const char* name;
-  const char* usage;  // the lines printed by --help, one per form
-  Handler handler;
-};
-
-bool Register(const Command& command);
-const std::vector<Command>& Commands();
+// Adds a command group; the groups are set up in the order of their names.
+bool Register(const char* name, Setup setup);
+// Runs `action` when `command` is the subcommand chosen; its result is the exit
+// status of the program.
+void OnRun(CLI::App* command, std::function<int()> action);
 
 // Prints "qavrba: <message>" on standard error and returns 1.
 int Fail(const std::string& message);
-// Prints "qavrba <name>: <message>" and the command's usage on standard error,
-// and returns 2.
-int UsageError(const char* command, const std::string& message);
-bool WantsHelp(const Args& args);
-void PrintUsage(const char* command);
+// Prints "qavrba: <message>" and the pointer to --help on standard error and
+// returns 2.
+int UsageError(const std::string& message);
+
+// A validator of finite numbers (no infinity, no NaN) within [low, high].
+CLI::Validator FiniteNumber(double low, double high);
 
 // The shipped resources directory: QAVRBA_RESOURCES if set, else the installed
 // copy, else the source tree's.
@@ -36,8 +36,7 @@ std::string ResourcesDir();
 
 }  // namespace qavcli
 
-#define QAV_CLI_COMMAND(Name, Usage, Handler)           \
-  [[maybe_unused]] static const bool qavCliRegistered = \
-      ::qavcli::Register(::qavcli::Command{Name, Usage, Handler})
+#define QAV_CLI_COMMAND(Name, Setup) \
+  [[maybe_unused]] static const bool qavCliRegistered = ::qavcli::Register(Name, Setup)
 
 #endif

@@ -5,14 +5,22 @@
 // negative blue of a very warm source becomes 0; nothing is above 1 after the
 // normalisation) and scaled to 0..255, rounded to the nearest. The components
 // are written as they are, without a display transfer curve.
+//
+// The computation gives a colour only within a range of temperatures, found at
+// start by bisection: below it every component is 0 (the Planck terms underflow:
+// the tint is black, which is said in a note), above it the components are not
+// numbers (the terms overflow: refused).
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <limits>
+#include <memory>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "QAVCli.h"
@@ -20,8 +28,6 @@
 #include "QAVRbaBlackbody.h"
 
 namespace {
-
-constexpr const char* kName = "blackbody";
 
 struct Tint {
   float r, g, b;
@@ -54,6 +60,47 @@ bool ParseKelvin(const std::string& text, float& kelvin) {
     return false;
   kelvin = value;
   return true;
+}
+
+bool IsBlack(const Tint& t) { return t.r == 0.0f && t.g == 0.0f && t.b == 0.0f; }
+bool IsNumber(const Tint& t) {
+  return std::isfinite(t.r) && std::isfinite(t.g) && std::isfinite(t.b);
+}
+
+// The temperatures from which the tint is not black, and from which it is no
+// longer made of numbers.
+struct Meaningful {
+  float from;
+  float until;
+};
+
+// The lowest temperature in (low, high] where `reached` holds, `reached` being
+// false at `low` and true at `high` and switching once in between.
+template <class Reached>
+float Threshold(float low, float high, Reached reached) {
+  while (std::nextafter(low, high) < high) {
+    const float middle = std::sqrt(low) * std::sqrt(high);
+    const float probe = middle > low && middle < high ? middle : low + (high - low) / 2;
+    if (probe <= low || probe >= high) break;
+    (reached(probe) ? high : low) = probe;
+  }
+  return high;
+}
+
+const Meaningful& MeaningfulRange() {
+  static const Meaningful range{
+      Threshold(1.0f, 6500.0f, [](float k) { return !IsBlack(TintOf(k)); }),
+      Threshold(6500.0f, std::numeric_limits<float>::max(),
+                [](float k) { return !IsNumber(TintOf(k)); })};
+  return range;
+}
+
+std::string RangeText() {
+  char text[96];
+  (void)std::snprintf(text, sizeof text, "about %.4g K to %.3g K",
+                      static_cast<double>(MeaningfulRange().from),
+                      static_cast<double>(MeaningfulRange().until));
+  return text;
 }
 
 std::string Line(float kelvin) {
@@ -124,53 +171,110 @@ std::string Strip(float from, float to) {
   return svg.str();
 }
 
-int StripCommand(const qavcli::Args& args) {
-  std::string range;
-  std::string output;
-  for (std::size_t i = 0; i < args.size(); ++i) {
-    if (args[i] == "--strip" && i + 1 < args.size() && range.empty()) {
-      range = args[++i];
-    } else if (args[i] == "-o" && i + 1 < args.size() && output.empty()) {
-      output = args[++i];
-    } else {
-      return qavcli::UsageError(kName, "unexpected argument '" + args[i] + "'");
-    }
-  }
-  if (range.empty()) return qavcli::UsageError(kName, "--strip needs FROM:TO");
-  if (output.empty()) return qavcli::UsageError(kName, "--strip needs -o OUT.svg");
-  const auto colon = range.find(':');
-  float from = 0.0f;
-  float to = 0.0f;
-  if (colon == std::string::npos || !ParseKelvin(range.substr(0, colon), from) ||
-      !ParseKelvin(range.substr(colon + 1), to))
-    return qavcli::UsageError(kName, "'" + range + "' is not FROM:TO in kelvin");
-  if (from <= 0.0f || to <= from)
-    return qavcli::UsageError(kName, "the strip needs 0 < FROM < TO, got '" + range + "'");
-
+int StripCommand(float from, float to, const std::string& output) {
+  if (!IsNumber(TintOf(to)))
+    return qavcli::Fail(
+        "the strip reaches temperatures whose colour cannot be computed: black "
+        "bodies have a colour from " +
+        RangeText());
+  if (to < MeaningfulRange().from)
+    return qavcli::Fail(
+        "every colour of the strip would be black: black bodies have a colour "
+        "from " +
+        RangeText());
   std::ofstream out(output, std::ios::binary | std::ios::trunc);
   out << Strip(from, to);
   out.close();
   if (!out) return qavcli::Fail("cannot write '" + output + "'");
   std::printf("%s: %g K to %g K\n", output.c_str(), static_cast<double>(from),
               static_cast<double>(to));
+  if (from < MeaningfulRange().from)
+    (void)std::fprintf(stderr, "note: the strip is black below %.4g K\n",
+                       static_cast<double>(MeaningfulRange().from));
   return 0;
 }
 
-int Blackbody(const qavcli::Args& args) {
-  if (args.empty()) return qavcli::UsageError(kName, "give at least one temperature");
-  for (const std::string& a : args)
-    if (a == "--strip" || a == "-o") return StripCommand(args);
-
+int Temperatures(const std::vector<std::string>& texts) {
   std::vector<float> temperatures;
-  for (const std::string& a : args) {
+  for (const std::string& text : texts) {
     float kelvin = 0.0f;
-    if (!ParseKelvin(a, kelvin))
-      return qavcli::UsageError(kName, "'" + a + "' is not a temperature in kelvin (>= 0)");
+    ParseKelvin(text, kelvin);  // checked by the parser
+    if (!IsNumber(TintOf(kelvin)))
+      return qavcli::Fail(text +
+                          " K: the colour cannot be computed (it overflows); black bodies "
+                          "have a colour from " +
+                          RangeText());
     temperatures.push_back(kelvin);
   }
-  for (const float kelvin : temperatures)
+  bool black = false;
+  for (const float kelvin : temperatures) {
     std::printf("%s\n", Line(kelvin).c_str());
+    black = black || IsBlack(TintOf(kelvin));
+  }
+  if (black)
+    (void)std::fprintf(stderr,
+                       "note: below %.4g K the tint is all zero: the black body gives no "
+                       "visible colour\n",
+                       static_cast<double>(MeaningfulRange().from));
   return 0;
+}
+
+CLI::Validator KelvinCheck() {
+  return CLI::Validator(
+      [](std::string& text) {
+        float kelvin = 0.0f;
+        return ParseKelvin(text, kelvin)
+                   ? std::string()
+                   : "'" + text + "' is not a temperature in kelvin (a number >= 0)";
+      },
+      "KELVIN");
+}
+
+void Setup(CLI::App& program) {
+  CLI::App* blackbody = program.add_subcommand(
+      "blackbody", "Colours of black bodies: tints, or a colour strip as SVG with --strip.");
+  blackbody->footer(
+      "Tints are normalised linear RGB (0 K means 6500 K); hex colours clamp them to 0..1, with "
+      "no transfer curve. Black bodies have a colour from " +
+      RangeText() +
+      ": below, the tint is black (a note says so); above, it cannot be computed "
+      "(refused).\n");
+  auto kelvins = std::make_shared<std::vector<std::string>>();
+  auto range = std::make_shared<std::pair<float, float>>();
+  auto output = std::make_shared<std::string>();
+  CLI::Option* temperatures =
+      blackbody->add_option("kelvin", *kelvins, "Temperatures in kelvin")->check(KelvinCheck());
+  CLI::Option* strip =
+      blackbody
+          ->add_option_function<std::string>(
+              "--strip",
+              [range](const std::string& text) {
+                const auto colon = text.find(':');
+                ParseKelvin(text.substr(0, colon), range->first);
+                ParseKelvin(text.substr(colon + 1), range->second);
+              },
+              "The range FROM:TO of the strip, in kelvin (0 < FROM < TO)")
+          ->check(CLI::Validator(
+              [](std::string& text) -> std::string {
+                const auto colon = text.find(':');
+                float from = 0.0f;
+                float to = 0.0f;
+                if (colon == std::string::npos || !ParseKelvin(text.substr(0, colon), from) ||
+                    !ParseKelvin(text.substr(colon + 1), to))
+                  return "'" + text + "' is not FROM:TO in kelvin";
+                if (from <= 0.0f || to <= from) return "the strip needs 0 < FROM < TO";
+                return {};
+              },
+              "FROM:TO"));
+  CLI::Option* out = blackbody->add_option("-o,--output", *output, "The SVG file of the strip");
+  strip->needs(out);
+  out->needs(strip);
+  temperatures->excludes(strip);
+  qavcli::OnRun(blackbody, [kelvins, range, output, strip] {
+    if (strip->count() > 0) return StripCommand(range->first, range->second, *output);
+    if (kelvins->empty()) return qavcli::UsageError("blackbody: give at least one temperature");
+    return Temperatures(*kelvins);
+  });
 }
 
 }  // namespace
@@ -182,11 +286,4 @@ int DemoBlackbody() {
   return 0;
 }
 
-QAV_CLI_COMMAND(kName,
-                "  qavrba blackbody KELVIN...                normalised RGB and hex colour of "
-                "black bodies\n"
-                "                                            (0 K means 6500 K; hex clamps to "
-                "0..1, no transfer curve)\n"
-                "  qavrba blackbody --strip FROM:TO -o OUT.svg  an SVG colour strip with a "
-                "temperature scale",
-                Blackbody);
+QAV_CLI_COMMAND("blackbody", Setup);

@@ -18,7 +18,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -27,6 +27,7 @@
 #include "QAV3DViewer.h"
 #include "QAVCli.h"
 #include "QAVCliDemoParts.h"
+#include "QAVCliPpm.h"
 #include "QAVEnvironment.h"
 #include "QAVFileServices.h"
 #include "QAVFrmWindow.h"
@@ -40,104 +41,9 @@
 
 namespace {
 
-constexpr const char* kName = "color";
-// Far beyond any real image, and small enough that sizes never overflow.
-constexpr std::uint64_t kMaxPixels = std::uint64_t{1} << 28;
-
 using ProfileRef = QAVRef<QAVMMColorProfile>;
 
-struct Ppm {
-  int width = 0;
-  int height = 0;
-  int maxval = 0;
-  std::vector<std::uint16_t> samples;  // width * height * 3, row after row
-};
-
-// Reads the header's next unsigned decimal number, skipping blanks and
-// comments ("#" to the end of the line) before it.
-bool HeaderNumber(const std::string& data, std::size_t& at, std::uint64_t& value) {
-  while (at < data.size()) {
-    if (std::isspace(static_cast<unsigned char>(data[at]))) {
-      ++at;
-    } else if (data[at] == '#') {
-      while (at < data.size() && data[at] != '\n' && data[at] != '\r')
-        ++at;
-    } else {
-      break;
-    }
-  }
-  const std::size_t start = at;
-  value = 0;
-  while (at < data.size() && std::isdigit(static_cast<unsigned char>(data[at]))) {
-    value = value * 10 + static_cast<std::uint64_t>(data[at] - '0');
-    if (value > 0xFFFFFFFFu) return false;
-    ++at;
-  }
-  return at > start;
-}
-
-bool ReadPpm(const std::string& path, Ppm& ppm, std::string& error) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) {
-    error = "cannot read '" + path + "'";
-    return false;
-  }
-  const std::string data((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-  if (in.bad()) {
-    error = "cannot read '" + path + "'";
-    return false;
-  }
-  auto bad = [&](const std::string& why) {
-    error = "'" + path + "' is not a binary PPM image: " + why;
-    return false;
-  };
-  if (data.size() < 2 || data[0] != 'P' || data[1] != '6')
-    return bad("it does not start with \"P6\"");
-  std::size_t at = 2;
-  std::uint64_t width = 0;
-  std::uint64_t height = 0;
-  std::uint64_t maxval = 0;
-  if (!HeaderNumber(data, at, width) || !HeaderNumber(data, at, height) ||
-      !HeaderNumber(data, at, maxval))
-    return bad("the header needs a width, a height and a maxval");
-  if (width == 0 || height == 0) return bad("the width and the height must be at least 1");
-  if (width * height > kMaxPixels) return bad("the image is too large");
-  if (maxval == 0 || maxval > 65535) return bad("the maxval must be 1 to 65535");
-  if (at >= data.size() || !std::isspace(static_cast<unsigned char>(data[at])))
-    return bad("the maxval must be followed by one blank");
-  ++at;
-
-  const std::size_t bytesPerSample = maxval > 255 ? 2 : 1;
-  const std::size_t count = width * height * 3;
-  if (data.size() - at < count * bytesPerSample)
-    return bad("the pixel data is truncated (" + std::to_string(data.size() - at) + " of " +
-               std::to_string(count * bytesPerSample) + " bytes)");
-  ppm.width = static_cast<int>(width);
-  ppm.height = static_cast<int>(height);
-  ppm.maxval = static_cast<int>(maxval);
-  ppm.samples.resize(count);
-  const auto* bytes = reinterpret_cast<const unsigned char*>(data.data() + at);
-  for (std::size_t i = 0; i < count; ++i) {
-    const unsigned value =
-        bytesPerSample == 2 ? (unsigned{bytes[2 * i]} << 8) | bytes[2 * i + 1] : bytes[i];
-    if (value > maxval) return bad("a sample is above the maxval");
-    ppm.samples[i] = static_cast<std::uint16_t>(value);
-  }
-  return true;
-}
-
-bool WritePpm(const std::string& path, const Ppm& ppm) {
-  std::string data = "P6\n" + std::to_string(ppm.width) + " " + std::to_string(ppm.height) + "\n" +
-                     std::to_string(ppm.maxval) + "\n";
-  for (const std::uint16_t v : ppm.samples) {
-    if (ppm.maxval > 255) data += static_cast<char>(v >> 8);
-    data += static_cast<char>(v & 0xFF);
-  }
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  out.write(data.data(), static_cast<std::streamsize>(data.size()));
-  out.close();
-  return static_cast<bool>(out);
-}
+using qavcli::Ppm;
 
 QAVRef<QAVVisuTextureData> ToTexture(const Ppm& ppm) {
   const bool bytes = ppm.maxval == 255;
@@ -171,14 +77,6 @@ void FromTexture(const QAVVisuTextureData& texture, Ppm& ppm) {
   }
 }
 
-bool ParseIndex(const std::string& text, int minimum, int& value) {
-  if (text.empty() || text.size() > 9) return false;
-  for (const char c : text)
-    if (!std::isdigit(static_cast<unsigned char>(c))) return false;
-  value = std::stoi(text);
-  return value >= minimum;
-}
-
 std::string Describe(const QAVUnicodeString& path) {
   const auto profile = ProfileRef::Adopt(QAVMMColorProfile::CreateFromFile(path));
   if (!profile) return "(cannot be read)";
@@ -186,17 +84,9 @@ std::string Describe(const QAVUnicodeString& path) {
   return profile->GetDescription().IsEmpty() ? "(no description)" : profile->GetDescription().str();
 }
 
-int Profiles(const qavcli::Args& args) {
-  if (args.size() != 1) return qavcli::UsageError(kName, "profiles takes no argument");
+int Profiles() {
   QAVListValQAVUnicodeString paths;
   QAVMMColorProfile::ListInstalledProfiles(paths);
-  if (paths.Size() == 0) {
-    (void)std::fprintf(stderr,
-                       "qavrba color: no ICC profile installed (searched QAVHOST_ICC_PATH, then "
-                       "/usr/share/color/icc, ~/.local/share/icc and ~/.color/icc, or "
-                       "QAVHOST_ICC_SYSTEM_PATH)\n");
-    return 0;
-  }
   std::printf("  0  colour management off\n");
   for (int i = 1; i <= paths.Size(); ++i)
     std::printf("%3d  %s\n     %s\n", i, Describe(paths[i]).c_str(), paths[i].c_str());
@@ -243,26 +133,7 @@ int Manage(int working, QAVMMColorProfile* screen, QAVVisuTextureData& texture,
   return 0;
 }
 
-int Convert(const qavcli::Args& args) {
-  int working = -1;
-  int screenIndex = 0;
-  std::vector<std::string> files;
-  for (std::size_t i = 1; i < args.size(); ++i) {
-    if (args[i] == "--to" && i + 1 < args.size()) {
-      if (!ParseIndex(args[++i], 0, working))
-        return qavcli::UsageError(kName, "--to needs a profile number (0 or more)");
-    } else if (args[i] == "--screen" && i + 1 < args.size()) {
-      if (!ParseIndex(args[++i], 1, screenIndex))
-        return qavcli::UsageError(kName, "--screen needs a profile number (1 or more)");
-    } else if (!args[i].empty() && args[i][0] != '-') {
-      files.push_back(args[i]);
-    } else {
-      return qavcli::UsageError(kName, "unexpected argument '" + args[i] + "'");
-    }
-  }
-  if (working < 0) return qavcli::UsageError(kName, "convert needs --to N");
-  if (files.size() != 2) return qavcli::UsageError(kName, "convert needs IN.ppm and OUT.ppm");
-
+int Convert(int working, int screenIndex, const std::string& input, const std::string& output) {
   QAVListValQAVUnicodeString paths;
   QAVMMColorProfile::ListInstalledProfiles(paths);
   for (const int index : {working, screenIndex})
@@ -279,22 +150,48 @@ int Convert(const qavcli::Args& args) {
 
   Ppm ppm;
   std::string error;
-  if (!ReadPpm(files[0], ppm, error)) return qavcli::Fail(error);
+  if (!qavcli::ReadPpmFile(input, ppm, error)) return qavcli::Fail(error);
   const auto texture = ToTexture(ppm);
   std::string summary;
   if (const int status = Manage(working, screen.get(), *texture, summary)) return status;
   FromTexture(*texture, ppm);
-  if (!WritePpm(files[1], ppm)) return qavcli::Fail("cannot write '" + files[1] + "'");
-  std::printf("%s: %dx%d, maxval %d, %s\n", files[1].c_str(), ppm.width, ppm.height, ppm.maxval,
+  if (!qavcli::WritePpmFile(output, ppm)) return qavcli::Fail("cannot write '" + output + "'");
+  std::printf("%s: %dx%d, maxval %d, %s\n", output.c_str(), ppm.width, ppm.height, ppm.maxval,
               summary.c_str());
   return 0;
 }
 
-int Color(const qavcli::Args& args) {
-  if (args.empty()) return qavcli::UsageError(kName, "missing subcommand");
-  if (args[0] == "profiles") return Profiles(args);
-  if (args[0] == "convert") return Convert(args);
-  return qavcli::UsageError(kName, "unknown subcommand '" + args[0] + "'");
+void Setup(CLI::App& program) {
+  CLI::App* color = program.add_subcommand(
+      "color", "The installed ICC profiles and the library's colour management of images.");
+  color->require_subcommand(1);
+  CLI::App* profiles =
+      color->add_subcommand("profiles",
+                            "The installed ICC profiles, the built-in ones first, numbered as "
+                            "ColorProfileSelectedIndex counts them (0 = colour management off).");
+  qavcli::OnRun(profiles, [] { return Profiles(); });
+
+  struct Choice {
+    int working = 0;
+    int screen = 0;
+    std::string input;
+    std::string output;
+  };
+  auto choice = std::make_shared<Choice>();
+  CLI::App* convert = color->add_subcommand(
+      "convert",
+      "Converts a binary PPM (P6, maxval 1 to 65535) from working profile N to the screen "
+      "profile (sRGB, or profile M).");
+  convert->add_option("--to", choice->working, "The working profile N (0: off)")
+      ->required()
+      ->check(CLI::Range(0, 999999));
+  convert->add_option("--screen", choice->screen, "The screen profile M (default: sRGB)")
+      ->check(CLI::Range(1, 999999));
+  convert->add_option("in", choice->input, "The PPM image to convert")->required();
+  convert->add_option("out", choice->output, "The PPM image written")->required();
+  qavcli::OnRun(convert, [choice] {
+    return Convert(choice->working, choice->screen, choice->input, choice->output);
+  });
 }
 
 }  // namespace
@@ -342,14 +239,4 @@ int DemoColor(const std::string& resourcesDir) {
   return status;
 }
 
-QAV_CLI_COMMAND(kName,
-                "  qavrba color profiles                     the installed ICC profiles, numbered "
-                "as ColorProfileSelectedIndex\n"
-                "                                            counts them (0 = colour management "
-                "off)\n"
-                "  qavrba color convert --to N [--screen M] IN.ppm OUT.ppm\n"
-                "                                            converts a binary PPM (P6, maxval 1 "
-                "to 65535) from\n"
-                "                                            working profile N to the screen "
-                "profile (sRGB, or profile M)",
-                Color);
+QAV_CLI_COMMAND("color", Setup);

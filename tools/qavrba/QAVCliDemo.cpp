@@ -22,6 +22,7 @@
 #include "QAVRbaLiveLogSingleton.h"
 #include "QAVRbaLiveUIServices.h"
 #include "QAVRbaPathAndFileServices.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVRbaTraceLog.h"
 #include "QAVRbaUIEvents.h"
 #include "QAVRbaUIFileDropNotification.h"
@@ -33,12 +34,14 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kDemoMarker = "QAVRBA_DEMO_ENVIRONMENT";
+// The scratch settings directory the tour made for itself, removed at its end.
+constexpr const char* kDemoScratch = "QAVRBA_DEMO_SCRATCH";
 
 void Section(const char* title) { std::printf("\n== %s\n", title); }
 
 // Sets the environment of the tour and runs this program again; returns only on
 // failure.
-int RerunWithDemoEnvironment(const std::string& resources, const qavcli::Args& args) {
+int RerunWithDemoEnvironment(const std::string& resources) {
   const std::string graphic = resources + "/graphic";
   const std::string graphicPath =
       graphic + "/studio:" + graphic + "/outdoor:" + graphic + "/fallback";
@@ -50,11 +53,11 @@ int RerunWithDemoEnvironment(const std::string& resources, const qavcli::Args& a
     if (!::mkdtemp(scratch.data()))
       return qavcli::Fail("cannot create a scratch settings directory");
     ::setenv("QAVHOST_SETTINGS_DIR", scratch.c_str(), 1);
+    ::setenv(kDemoScratch, scratch.c_str(), 1);
   }
   ::setenv(kDemoMarker, "1", 1);
 
   std::vector<std::string> argvText = {"qavrba", "demo"};
-  argvText.insert(argvText.end(), args.begin(), args.end());
   std::vector<char*> argv;
   argv.reserve(argvText.size() + 1);
   for (std::string& a : argvText)
@@ -62,6 +65,10 @@ int RerunWithDemoEnvironment(const std::string& resources, const qavcli::Args& a
   argv.push_back(nullptr);
   (void)std::fflush(stdout);
   ::execv("/proc/self/exe", argv.data());
+  if (const char* scratch = std::getenv(kDemoScratch)) {
+    std::error_code ec;
+    fs::remove_all(scratch, ec);
+  }
   return qavcli::Fail("cannot run the tour again with its environment");
 }
 
@@ -69,8 +76,8 @@ void TourSettings() {
   Section("Rendering settings");
   const HRESULT hr = QAVRbaLiveUIServices::InitSettings();
   std::printf("InitSettings: %s\n", hr == S_OK ? "S_OK" : "E_FAIL");
-  for (const char* name :
-       {"RenderingLiveSettings", "RenderingBatchSettings", "RenderingNetworkSettings"}) {
+  for (const auto& schema : QAVRbaRenderingSettings::kRepositories) {
+    const char* name = schema.name;
     QAVSettingRepository* repository = QAVSettingRepository::GetRepository(name);
     if (!repository) continue;
     repository->SaveRepository();
@@ -78,7 +85,8 @@ void TourSettings() {
                 repository->GetKeys().size(), QAVSettingRepository::GetSettingsDirectory().c_str(),
                 name);
   }
-  QAVSettingRepository* live = QAVSettingRepository::GetRepository("RenderingLiveSettings");
+  QAVSettingRepository* live =
+      QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kLiveRepository);
   for (const char* key : {"DomeImage", "ShutterTime", "Gamma", "DPI"}) {
     QAVUnicodeString text;
     if (live && SUCCEEDED(live->ReadAttribute(key, text)))
@@ -145,6 +153,10 @@ void TourLogs() {
   for (std::size_t i = 0; log->GetMessage(i, level, text) == S_OK; ++i)
     std::printf("  message %zu: level %d, %s\n", i, level, text.c_str());
 
+  std::printf(
+      "Three trace lines follow, one per severity; the first is an error written on "
+      "purpose:\n");
+  (void)std::fflush(stdout);
   QAVRbaTrace(0, "QAVCliDemo.cpp", " ", __LINE__, " ", "!demoImage.IsEmpty()", " is false.",
               "The demo image was not found.");
   QAVRbaTrace(1, "QAVCliDemo.cpp", " ", __LINE__, " ", "A warning", " from the tour", ".");
@@ -152,10 +164,21 @@ void TourLogs() {
               ".");
 }
 
-int RunDemo(const qavcli::Args& args) {
-  if (!args.empty()) return qavcli::UsageError("demo", "takes no arguments");
+// Removes the tour's scratch settings directory when the tour ends, whatever
+// way it ends.
+struct ScratchRemover {
+  ~ScratchRemover() {
+    if (const char* scratch = std::getenv(kDemoScratch)) {
+      std::error_code ec;
+      fs::remove_all(scratch, ec);
+    }
+  }
+};
+
+int RunDemo() {
   const std::string resources = qavcli::ResourcesDir();
-  if (!std::getenv(kDemoMarker)) return RerunWithDemoEnvironment(resources, args);
+  if (!std::getenv(kDemoMarker)) return RerunWithDemoEnvironment(resources);
+  const ScratchRemover remover;
 
   std::printf("qavrba demo on %s\n", resources.c_str());
   TourSettings();
@@ -174,8 +197,11 @@ int RunDemo(const qavcli::Args& args) {
   return status == 0 ? 0 : 1;
 }
 
+void Setup(CLI::App& program) {
+  CLI::App* demo = program.add_subcommand("demo", "A short tour on the shipped resources.");
+  qavcli::OnRun(demo, [] { return RunDemo(); });
+}
+
 }  // namespace
 
-QAV_CLI_COMMAND("demo",
-                "  qavrba demo                          a short tour on the shipped resources",
-                RunDemo);
+QAV_CLI_COMMAND("demo", Setup);

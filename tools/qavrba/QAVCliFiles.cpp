@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "QAVCli.h"
 #include "QAVFileServices.h"
@@ -10,22 +11,10 @@
 
 namespace {
 
-constexpr const char* kName = "files";
-
-int List(const qavcli::Args& args) {
-  std::string directory;
+int List(const std::string& directory, const std::vector<std::string>& extensionTexts) {
   QAVListValQAVUnicodeString extensions;
-  for (std::size_t i = 1; i < args.size(); ++i) {
-    if (args[i] == "--ext") {
-      if (i + 1 >= args.size()) return qavcli::UsageError(kName, "--ext needs an extension");
-      extensions.Append(QAVUnicodeString(args[++i]));
-    } else if (directory.empty() && !args[i].empty() && args[i][0] != '-') {
-      directory = args[i];
-    } else {
-      return qavcli::UsageError(kName, "unexpected argument '" + args[i] + "'");
-    }
-  }
-  if (directory.empty()) return qavcli::UsageError(kName, "list needs a directory");
+  for (const std::string& extension : extensionTexts)
+    extensions.Append(QAVUnicodeString(extension));
   // The service gives an empty list for a directory it cannot read; say so
   // rather than print nothing.
   std::unique_ptr<QAVListValQAVUnicodeString> files(
@@ -41,16 +30,14 @@ int List(const qavcli::Args& args) {
   return 0;
 }
 
-int Find(const qavcli::Args& args, bool backplate) {
-  if (args.size() != 2 || args[1].empty())
-    return qavcli::UsageError(kName, args[0] + " needs one file name");
+int Find(const std::string& name, bool backplate) {
   QAVUnicodeString found;
   if (backplate)
-    QAVRbaPathAndFileServices::RetreiveBackplatePath(QAVUnicodeString(args[1]), found);
+    QAVRbaPathAndFileServices::RetreiveBackplatePath(QAVUnicodeString(name), found);
   else
-    QAVRbaPathAndFileServices::RetreiveTexturePath(QAVUnicodeString(args[1]), found);
+    QAVRbaPathAndFileServices::RetreiveTexturePath(QAVUnicodeString(name), found);
   if (found.IsEmpty())
-    return qavcli::Fail(std::string(backplate ? "backplate" : "texture") + " '" + args[1] +
+    return qavcli::Fail(std::string(backplate ? "backplate" : "texture") + " '" + name +
                         "' not found along QAVGraphicPath (every entry but the last) nor under " +
                         (backplate ? "BackplatePath" : "AmbiencePath") +
                         " of RenderingLiveSettings");
@@ -58,23 +45,34 @@ int Find(const qavcli::Args& args, bool backplate) {
   return 0;
 }
 
-int Files(const qavcli::Args& args) {
-  if (args.empty()) return qavcli::UsageError(kName, "missing subcommand");
-  if (args[0] == "list") return List(args);
-  if (args[0] == "find-backplate") return Find(args, true);
-  if (args[0] == "find-texture") return Find(args, false);
-  return qavcli::UsageError(kName, "unknown subcommand '" + args[0] + "'");
+void Setup(CLI::App& program) {
+  CLI::App* files =
+      program.add_subcommand("files", "Directory listing and the backplate and texture searches.");
+  files->require_subcommand(1);
+
+  auto directory = std::make_shared<std::string>();
+  auto extensions = std::make_shared<std::vector<std::string>>();
+  CLI::App* list = files->add_subcommand(
+      "list",
+      "Files of DIR (not subdirectories); with --ext, those whose name ends in EXT in lower or "
+      "upper case.");
+  list->add_option("dir", *directory, "A directory")->required();
+  list->add_option("--ext", *extensions, "An extension (repeatable)")->allow_extra_args(false);
+  qavcli::OnRun(list, [directory, extensions] { return List(*directory, *extensions); });
+
+  auto name = std::make_shared<std::string>();
+  for (const bool backplate : {true, false}) {
+    CLI::App* find = files->add_subcommand(
+        backplate ? "find-backplate" : "find-texture",
+        backplate ? "Where the backplate NAME lies along QAVGraphicPath."
+                  : "Where the ambience texture NAME lies along QAVGraphicPath.");
+    find->add_option("name", *name, "A file name")->required()->check([](const std::string& n) {
+      return n.empty() ? std::string("the name is empty") : std::string();
+    });
+    qavcli::OnRun(find, [name, backplate] { return Find(*name, backplate); });
+  }
 }
 
 }  // namespace
 
-QAV_CLI_COMMAND(kName,
-                "  qavrba files list DIR [--ext EXT]...   files of DIR (not subdirectories); "
-                "with --ext, those whose\n"
-                "                                         name ends in EXT in lower or upper "
-                "case\n"
-                "  qavrba files find-backplate NAME       where the backplate NAME lies along "
-                "QAVGraphicPath\n"
-                "  qavrba files find-texture NAME         where the ambience texture NAME lies "
-                "along QAVGraphicPath",
-                Files);
+QAV_CLI_COMMAND("files", Setup);

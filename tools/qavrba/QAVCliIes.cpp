@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -18,8 +19,6 @@
 
 namespace {
 
-constexpr const char* kName = "ies";
-
 using Symmetry = QAVRbaLightProfile::HorizontalSymmetry;
 using Coverage = QAVRbaLightProfile::VerticalCoverage;
 
@@ -28,16 +27,6 @@ std::string Num(double value) {
   char text[64];
   const auto result = std::to_chars(text, text + sizeof text, value);
   return std::string(text, result.ptr);
-}
-
-bool ParseDouble(const std::string& text, double* value) {
-  if (text.empty()) return false;
-  char* end = nullptr;
-  errno = 0;
-  const double parsed = std::strtod(text.c_str(), &end);
-  if (*end != '\0' || errno == ERANGE || !std::isfinite(parsed)) return false;
-  *value = parsed;
-  return true;
 }
 
 // Reads a profile; on failure prints the reason and returns null.
@@ -94,9 +83,8 @@ std::string Range(const std::vector<double>& angles) {
          ")";
 }
 
-int Info(const qavcli::Args& args) {
-  if (args.size() != 2) return qavcli::UsageError(kName, "info needs one file");
-  const auto profile = Load(args[1]);
+int Info(const std::string& file) {
+  const auto profile = Load(file);
   if (!profile) return 1;
   const QAVRbaLightProfile& p = *profile;
   static const char* const kTypes[] = {"", "C", "B", "A"};
@@ -144,17 +132,9 @@ int Info(const qavcli::Args& args) {
   return 0;
 }
 
-int Sample(const qavcli::Args& args) {
-  if (args.size() < 4 || (args.size() - 2) % 2 != 0)
-    return qavcli::UsageError(kName, "sample needs a file and pairs of angles H V");
-  std::vector<double> angles;
-  for (std::size_t k = 2; k < args.size(); ++k) {
-    double value = 0.0;
-    if (!ParseDouble(args[k], &value))
-      return qavcli::UsageError(kName, "'" + args[k] + "' is not an angle in degrees");
-    angles.push_back(value);
-  }
-  const auto profile = Load(args[1]);
+int Sample(const std::string& file, const std::vector<double>& angles) {
+  if (angles.size() % 2 != 0) return qavcli::UsageError("ies sample: the angles go in pairs H V");
+  const auto profile = Load(file);
   if (!profile) return 1;
   for (std::size_t k = 0; k < angles.size(); k += 2)
     std::printf("%s %s %s\n", Num(angles[k]).c_str(), Num(angles[k + 1]).c_str(),
@@ -162,23 +142,7 @@ int Sample(const qavcli::Args& args) {
   return 0;
 }
 
-int Grid(const qavcli::Args& args) {
-  std::string file;
-  double step = 0.0;
-  for (std::size_t k = 1; k < args.size(); ++k) {
-    if (args[k] == "--step") {
-      if (k + 1 >= args.size() || !ParseDouble(args[k + 1], &step))
-        return qavcli::UsageError(kName, "--step needs a number of degrees");
-      ++k;
-    } else if (file.empty()) {
-      file = args[k];
-    } else {
-      return qavcli::UsageError(kName, "unexpected argument '" + args[k] + "'");
-    }
-  }
-  if (file.empty()) return qavcli::UsageError(kName, "grid needs a file");
-  if (!(step >= 0.01 && step <= 180.0))
-    return qavcli::UsageError(kName, "grid needs --step between 0.01 and 180 degrees");
+int Grid(const std::string& file, double step) {
   const auto profile = Load(file);
   if (!profile) return 1;
   std::printf("h,v,candela\n");
@@ -341,6 +305,29 @@ std::string PlotSvg(const QAVRbaLightProfile& p, const std::string& title) {
       "\" fill=\"none\" stroke=\"" + kPlane90 +
       "\" stroke-width=\"2\" stroke-dasharray=\"7 4\" stroke-linejoin=\"round\"/>");
 
+  // A profile that samples as 0 everywhere draws no curve: say why on the diagram.
+  if (!(peak > 0.0)) {
+    const Symmetry symmetry = p.GetHorizontalSymmetry();
+    const Coverage coverage = p.GetVerticalCoverage();
+    std::string why = "every candela value in these planes is 0";
+    if (symmetry == Symmetry::Unsupported || symmetry == Symmetry::NoTable)
+      why = std::string("horizontal symmetry: ") + SymmetryText(symmetry);
+    else if (coverage == Coverage::Unsupported)
+      why = std::string("vertical angles: ") + CoverageText(symmetry, coverage);
+    add("<g text-anchor=\"middle\" fill=\"#8a1c1c\">");
+    add("<rect x=\"" + Fixed(cx - 230) + "\" y=\"" + Fixed(cy - 40) +
+        "\" width=\"460\" height=\"80\" rx=\"6\" fill=\"#fff4f4\" stroke=\"#8a1c1c\"/>");
+    add("<text x=\"" + Fixed(cx) + "\" y=\"" + Fixed(cy - 12) +
+        "\" font-size=\"16\" font-weight=\"bold\">Every direction samples as 0 cd</text>");
+    add("<text x=\"" + Fixed(cx) + "\" y=\"" + Fixed(cy + 10) + "\" font-size=\"11\">" + Xml(why) +
+        "</text>");
+    if (p.GetPhotometricType() != 1)
+      add("<text x=\"" + Fixed(cx) + "\" y=\"" + Fixed(cy + 28) + "\" font-size=\"11\">(a type " +
+          (p.GetPhotometricType() == 2 ? "B" : "A") +
+          " file: its angles are sampled as type C angles)</text>");
+    add("</g>");
+  }
+
   // Legend.
   const double ly = cy + radius + 52;
   add("<g font-size=\"12\" fill=\"#222\">");
@@ -362,20 +349,7 @@ std::string PlotSvg(const QAVRbaLightProfile& p, const std::string& title) {
   return svg;
 }
 
-int Plot(const qavcli::Args& args) {
-  std::string file;
-  std::string out;
-  for (std::size_t k = 1; k < args.size(); ++k) {
-    if (args[k] == "-o" || args[k] == "--output") {
-      if (k + 1 >= args.size()) return qavcli::UsageError(kName, "-o needs a file name");
-      out = args[++k];
-    } else if (file.empty()) {
-      file = args[k];
-    } else {
-      return qavcli::UsageError(kName, "unexpected argument '" + args[k] + "'");
-    }
-  }
-  if (file.empty() || out.empty()) return qavcli::UsageError(kName, "plot needs FILE -o OUT.svg");
+int Plot(const std::string& file, const std::string& out) {
   const auto profile = Load(file);
   if (!profile) return 1;
   const std::string svg = PlotSvg(*profile, std::filesystem::path(file).filename().string());
@@ -387,13 +361,46 @@ int Plot(const qavcli::Args& args) {
   return 0;
 }
 
-int Ies(const qavcli::Args& args) {
-  if (args.empty()) return qavcli::UsageError(kName, "missing subcommand");
-  if (args[0] == "info") return Info(args);
-  if (args[0] == "sample") return Sample(args);
-  if (args[0] == "grid") return Grid(args);
-  if (args[0] == "plot") return Plot(args);
-  return qavcli::UsageError(kName, "unknown subcommand '" + args[0] + "'");
+void Setup(CLI::App& program) {
+  CLI::App* ies = program.add_subcommand("ies", "IES light profiles: read, sample, plot.");
+  ies->require_subcommand(1);
+  struct Arguments {
+    std::string file;
+    std::vector<double> angles;
+    double step = 0.0;
+    std::string output;
+  };
+  auto arguments = std::make_shared<Arguments>();
+  const auto fileOption = [&arguments](CLI::App* command) {
+    command->add_option("file", arguments->file, "An IES file")->required();
+  };
+
+  CLI::App* info =
+      ies->add_subcommand("info", "Header numbers, angle ranges, symmetry and peak intensity.");
+  fileOption(info);
+  qavcli::OnRun(info, [arguments] { return Info(arguments->file); });
+
+  CLI::App* sample =
+      ies->add_subcommand("sample", "Intensity in candela towards each direction H V (degrees).");
+  fileOption(sample);
+  sample->add_option("angles", arguments->angles, "Pairs of angles H V in degrees")
+      ->required()
+      ->check(qavcli::FiniteNumber(-1e300, 1e300));
+  qavcli::OnRun(sample, [arguments] { return Sample(arguments->file, arguments->angles); });
+
+  CLI::App* grid = ies->add_subcommand(
+      "grid", "CSV h,v,candela over h in [0,360) and v in [0,180], every --step degrees.");
+  fileOption(grid);
+  grid->add_option("--step", arguments->step, "The step in degrees")
+      ->required()
+      ->check(qavcli::FiniteNumber(0.01, 180.0));
+  qavcli::OnRun(grid, [arguments] { return Grid(arguments->file, arguments->step); });
+
+  CLI::App* plot = ies->add_subcommand(
+      "plot", "Polar candela diagram (SVG) of the C0-C180 and C90-C270 planes.");
+  fileOption(plot);
+  plot->add_option("-o,--output", arguments->output, "The SVG file written")->required();
+  qavcli::OnRun(plot, [arguments] { return Plot(arguments->file, arguments->output); });
 }
 
 }  // namespace
@@ -422,13 +429,4 @@ int DemoIes(const std::string& resourcesDir) {
   return 0;
 }
 
-QAV_CLI_COMMAND(kName,
-                "  qavrba ies info FILE                   header numbers, angle ranges, symmetry "
-                "and peak intensity\n"
-                "  qavrba ies sample FILE H V [H V]...    intensity in candela towards each "
-                "direction (degrees)\n"
-                "  qavrba ies grid FILE --step DEGREES    CSV h,v,candela over h in [0,360) and v "
-                "in [0,180]\n"
-                "  qavrba ies plot FILE -o OUT.svg        polar candela diagram of the C0-C180 "
-                "and C90-C270 planes",
-                Ies);
+QAV_CLI_COMMAND("ies", Setup);

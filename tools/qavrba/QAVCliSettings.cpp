@@ -1,17 +1,15 @@
 // qavrba settings: the rendering setting repositories on the command line.
 #include <cstdio>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "QAVCli.h"
 #include "QAVRbaLiveUIServices.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVSettingRepository.h"
 
 namespace {
-
-constexpr const char* kName = "settings";
-constexpr const char* kRepositories[] = {"RenderingLiveSettings", "RenderingBatchSettings",
-                                         "RenderingNetworkSettings"};
 
 // A text value as shown by `show`: in double quotes, with its control
 // characters, quotes and backslashes escaped so that each key stays on one line.
@@ -46,16 +44,15 @@ int NotDeclared(const std::string& repository, const std::string& key) {
                       " (run `qavrba settings init` to declare the rendering settings)");
 }
 
-int Init(const qavcli::Args& args) {
-  if (args.size() != 1) return qavcli::UsageError(kName, "init takes no argument");
+int Init() {
   if (FAILED(QAVRbaLiveUIServices::InitSettings()))
     return qavcli::Fail("none of the rendering setting repositories exists");
-  for (const char* name : kRepositories) {
-    QAVSettingRepository* repository = Open(name);
+  for (const auto& schema : QAVRbaRenderingSettings::kRepositories) {
+    QAVSettingRepository* repository = Open(schema.name);
     if (!repository) continue;
     if (FAILED(repository->SaveRepository()))
-      return qavcli::Fail(std::string("cannot save ") + name);
-    std::printf("%s: %s\n", name, repository->GetFilePath().c_str());
+      return qavcli::Fail(std::string("cannot save ") + schema.name);
+    std::printf("%s: %s\n", schema.name, repository->GetFilePath().c_str());
   }
   return 0;
 }
@@ -75,10 +72,11 @@ void ShowRepository(QAVSettingRepository& repository) {
   }
 }
 
-int Show(const qavcli::Args& args) {
-  if (args.size() > 2) return qavcli::UsageError(kName, "show takes at most one repository");
-  std::vector<std::string> names(std::begin(kRepositories), std::end(kRepositories));
-  if (args.size() == 2) names = {args[1]};
+int Show(const std::string& only) {
+  std::vector<std::string> names;
+  if (!only.empty()) names.push_back(only);
+  for (const auto& schema : QAVRbaRenderingSettings::kRepositories)
+    if (only.empty()) names.emplace_back(schema.name);
   for (std::size_t i = 0; i < names.size(); ++i) {
     QAVSettingRepository* repository = Open(names[i]);
     if (!repository) return qavcli::Fail("no setting repository '" + names[i] + "'");
@@ -88,62 +86,78 @@ int Show(const qavcli::Args& args) {
   return 0;
 }
 
-int Get(const qavcli::Args& args) {
-  if (args.size() != 3) return qavcli::UsageError(kName, "get needs a repository and a key");
-  QAVSettingRepository* repository = Open(args[1]);
-  if (!repository) return qavcli::Fail("no setting repository '" + args[1] + "'");
-  if (repository->GetSettingType(args[2].c_str()) == QAVSettingType::None)
-    return NotDeclared(args[1], args[2]);
-  for (const std::string& value : repository->GetSettingTexts(args[2].c_str()))
+int Get(const std::string& name, const std::string& key) {
+  QAVSettingRepository* repository = Open(name);
+  if (!repository) return qavcli::Fail("no setting repository '" + name + "'");
+  if (repository->GetSettingType(key.c_str()) == QAVSettingType::None)
+    return NotDeclared(name, key);
+  for (const std::string& value : repository->GetSettingTexts(key.c_str()))
     std::printf("%s\n", value.c_str());
   return 0;
 }
 
-int Set(const qavcli::Args& args) {
-  if (args.size() < 4)
-    return qavcli::UsageError(kName, "set needs a repository, a key and at least one value");
-  QAVSettingRepository* repository = Open(args[1]);
-  if (!repository) return qavcli::Fail("no setting repository '" + args[1] + "'");
-  const std::string& key = args[2];
+// A key keeps its number of values unless the user asks for a list.
+int Set(const std::string& name, const std::string& key, const std::vector<std::string>& values,
+        bool list) {
+  QAVSettingRepository* repository = Open(name);
+  if (!repository) return qavcli::Fail("no setting repository '" + name + "'");
   const QAVSettingType type = repository->GetSettingType(key.c_str());
-  if (type == QAVSettingType::None) return NotDeclared(args[1], key);
-  const std::vector<std::string> values(args.begin() + 3, args.end());
+  if (type == QAVSettingType::None) return NotDeclared(name, key);
+  const int count = repository->GetSettingCount(key.c_str());
+  if (!list && static_cast<int>(values.size()) != count)
+    return qavcli::Fail(name + " " + key + " holds " + std::to_string(count) + " value" +
+                        (count == 1 ? "" : "s") + ", not " + std::to_string(values.size()) +
+                        ": give --list to store the values given as a list");
   std::string error;
   if (FAILED(repository->WriteSettingFromText(key.c_str(), values, &error)))
-    return qavcli::Fail("cannot set " + args[1] + " " + key + " (" +
+    return qavcli::Fail("cannot set " + name + " " + key + " (" +
                         QAVSettingRepository::GetTypeName(type) + "): " + error);
-  if (FAILED(repository->SaveRepository())) return qavcli::Fail("cannot save " + args[1]);
-  std::printf("%s %s set, saved in %s\n", args[1].c_str(), key.c_str(),
+  if (FAILED(repository->SaveRepository())) return qavcli::Fail("cannot save " + name);
+  std::printf("%s %s set, saved in %s\n", name.c_str(), key.c_str(),
               repository->GetFilePath().c_str());
   return 0;
 }
 
-int Settings(const qavcli::Args& args) {
-  if (args.empty()) return qavcli::UsageError(kName, "missing subcommand");
-  if (args[0] == "init") return Init(args);
-  if (args[0] == "show") return Show(args);
-  if (args[0] == "get") return Get(args);
-  if (args[0] == "set") return Set(args);
-  return qavcli::UsageError(kName, "unknown subcommand '" + args[0] + "'");
+void Setup(CLI::App& program) {
+  CLI::App* settings =
+      program.add_subcommand("settings", "The rendering setting repositories: show, get, set.");
+  settings->footer(
+      "Repositories are kept in $QAVHOST_SETTINGS_DIR (else $XDG_CONFIG_HOME/qavhost or "
+      "~/.config/qavhost); several programs may save them at once.\n");
+  settings->require_subcommand(1);
+
+  CLI::App* init = settings->add_subcommand(
+      "init",
+      "Declare the rendering settings with their defaults (stored values are kept) and save the "
+      "three repositories.");
+  qavcli::OnRun(init, [] { return Init(); });
+
+  auto repository = std::make_shared<std::string>();
+  CLI::App* show = settings->add_subcommand(
+      "show", "Keys, types and values (the three rendering repositories by default).");
+  show->add_option("repository", *repository, "A setting repository");
+  qavcli::OnRun(show, [repository] { return Show(*repository); });
+
+  auto key = std::make_shared<std::string>();
+  CLI::App* get = settings->add_subcommand("get", "The values of a key, one per line.");
+  get->add_option("repository", *repository, "A setting repository")->required();
+  get->add_option("key", *key, "A declared key")->required();
+  qavcli::OnRun(get, [repository, key] { return Get(*repository, *key); });
+
+  auto values = std::make_shared<std::vector<std::string>>();
+  auto list = std::make_shared<bool>(false);
+  CLI::App* set = settings->add_subcommand(
+      "set",
+      "Set a declared key, one VALUE per element, checked against its stored type and number of "
+      "values, and save the repository.");
+  set->add_option("repository", *repository, "A setting repository")->required();
+  set->add_option("key", *key, "A declared key")->required();
+  set->add_option("values", *values, "The values")->required();
+  set->add_flag("--list", *list, "Store the values given as a list, whatever their number");
+  qavcli::OnRun(set,
+                [repository, key, values, list] { return Set(*repository, *key, *values, *list); });
 }
 
 }  // namespace
 
-QAV_CLI_COMMAND(kName,
-                "  qavrba settings init                  declare the rendering settings with "
-                "their defaults (stored\n"
-                "                                        values are kept) and save the three "
-                "repositories\n"
-                "  qavrba settings show [REPOSITORY]     keys, types and values (the three "
-                "rendering repositories\n"
-                "                                        by default)\n"
-                "  qavrba settings get REPOSITORY KEY    the values of a key, one per line\n"
-                "  qavrba settings set REPOSITORY KEY VALUE...\n"
-                "                                        set a declared key, one VALUE per "
-                "element, checked against\n"
-                "                                        its stored type, and save the "
-                "repository\n"
-                "  Repositories are kept in $QAVHOST_SETTINGS_DIR (else "
-                "$XDG_CONFIG_HOME/qavhost or\n"
-                "  ~/.config/qavhost).",
-                Settings);
+QAV_CLI_COMMAND("settings", Setup);

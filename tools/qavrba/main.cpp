@@ -1,64 +1,67 @@
 // qavrba: the rendering UI services on the command line.
+#include <algorithm>
+#include <cerrno>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
+#include <exception>
 #include <filesystem>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "QAVCli.h"
 
 namespace qavcli {
 
 namespace {
-std::vector<Command>& Registry() {
-  static std::vector<Command> commands;
-  return commands;
+
+std::vector<std::pair<std::string, Setup>>& Registry() {
+  static std::vector<std::pair<std::string, Setup>> groups;
+  return groups;
 }
 
-void PrintHelp() {
-  std::printf(
-      "usage: qavrba COMMAND [ARGS...]\n"
-      "The rendering UI services on the command line.\n\n"
-      "Commands:\n");
-  for (const Command& c : Registry())
-    std::printf("%s\n", c.usage);
-  std::printf(
-      "\nEach command takes --help. Errors go to standard error with a non-zero "
-      "exit status.\n");
+int& Status() {
+  static int status = 0;
+  return status;
 }
+
 }  // namespace
 
-bool Register(const Command& command) {
-  auto& commands = Registry();
-  auto at = commands.begin();
-  while (at != commands.end() && std::strcmp(at->name, command.name) < 0)
-    ++at;
-  commands.insert(at, command);
+bool Register(const char* name, Setup setup) {
+  Registry().emplace_back(name, setup);
   return true;
 }
 
-const std::vector<Command>& Commands() { return Registry(); }
+void OnRun(CLI::App* command, std::function<int()> action) {
+  command->callback([action = std::move(action)] { Status() = action(); });
+}
 
 int Fail(const std::string& message) {
   (void)std::fprintf(stderr, "qavrba: %s\n", message.c_str());
   return 1;
 }
 
-void PrintUsage(const char* command) {
-  for (const Command& c : Registry())
-    if (std::strcmp(c.name, command) == 0) (void)std::fprintf(stderr, "usage:\n%s\n", c.usage);
-}
-
-int UsageError(const char* command, const std::string& message) {
-  (void)std::fprintf(stderr, "qavrba %s: %s\n", command, message.c_str());
-  PrintUsage(command);
+int UsageError(const std::string& message) {
+  (void)std::fprintf(stderr, "qavrba: %s\nRun with --help for more information.\n",
+                     message.c_str());
   return 2;
 }
 
-bool WantsHelp(const Args& args) {
-  for (const std::string& a : args)
-    if (a == "--help" || a == "-h") return true;
-  return false;
+CLI::Validator FiniteNumber(double low, double high) {
+  const std::string range =
+      "[" + CLI::detail::to_string(low) + " - " + CLI::detail::to_string(high) + "]";
+  return CLI::Validator(
+      [low, high, range](std::string& text) -> std::string {
+        errno = 0;
+        char* end = nullptr;
+        const double value = std::strtod(text.c_str(), &end);
+        if (text.empty() || *end != '\0' || errno == ERANGE || !std::isfinite(value))
+          return "'" + text + "' is not a finite number";
+        if (value < low || value > high) return "'" + text + "' is not in the range " + range;
+        return {};
+      },
+      "NUMBER in " + range);
 }
 
 std::string ResourcesDir() {
@@ -71,25 +74,43 @@ std::string ResourcesDir() {
 
 }  // namespace qavcli
 
+namespace {
+
+int Run(int argc, char** argv) {
+  CLI::App app("The rendering UI services on the command line.", "qavrba");
+  app.require_subcommand(1);
+  app.get_formatter()->column_width(36);
+  app.footer("Errors go to standard error: status 1 for a failure, 2 for a usage error.\n");
+  auto& groups = qavcli::Registry();
+  std::sort(groups.begin(), groups.end());
+  for (const auto& [name, setup] : groups)
+    setup(app);
+  const auto known = [&app](const char* name) {
+    for (const CLI::App* command : app.get_subcommands({}))
+      if (command->check_name(name)) return true;
+    return false;
+  };
+  if (argc > 1 && argv[1][0] != '-' && !known(argv[1]))
+    return qavcli::UsageError(std::string("unknown command '") + argv[1] + "'");
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& e) {
+    if (e.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) return app.exit(e);
+    return qavcli::UsageError(e.what());
+  }
+  return qavcli::Status();
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
-  if (argc < 2) {
-    qavcli::PrintHelp();
-    return 2;
+  // Nothing may end the program with an exception: what escapes the commands is
+  // reported as an internal error.
+  try {
+    return Run(argc, argv);
+  } catch (const std::exception& e) {
+    return qavcli::Fail(std::string("internal error: ") + e.what());
+  } catch (...) {
+    return qavcli::Fail("internal error");
   }
-  const std::string name = argv[1];
-  if (name == "--help" || name == "-h" || name == "help") {
-    qavcli::PrintHelp();
-    return 0;
-  }
-  for (const qavcli::Command& c : qavcli::Commands()) {
-    if (name != c.name) continue;
-    const qavcli::Args args(argv + 2, argv + argc);
-    if (qavcli::WantsHelp(args)) {
-      std::printf("usage:\n%s\n", c.usage);
-      return 0;
-    }
-    return c.handler(args);
-  }
-  (void)std::fprintf(stderr, "qavrba: unknown command '%s' (try qavrba --help)\n", name.c_str());
-  return 2;
 }

@@ -1,0 +1,37 @@
+// Runs the qavrba demo tour as a new user would, with no settings directory of
+// their own: it ends well, says which error line is on purpose, and leaves
+// nothing in the temporary directory.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "QAVTestSupport.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class DemoCliTest : public qavtest::HostTest {};
+
+}  // namespace
+
+TEST_F(DemoCliTest, TourRunsSaysWhatIsOnPurposeAndCleansUp) {
+  if (qavtest::QavrbaProgram().empty()) GTEST_SKIP() << "qavrba is not built";
+  const fs::path temp = _scratch.path() / "tmp";
+  fs::create_directories(temp);
+  SetEnvAndReload("TMPDIR", temp.string());
+  SetEnvAndReload("QAVTemp", temp.string());
+  SetEnvAndReload("QAVHOST_SETTINGS_DIR", std::nullopt);
+
+  const qavtest::ProgramRun run = qavtest::RunQavrba("demo", _scratch);
+  ASSERT_EQ(run.status, 0) << run.err;
+  const std::string all = run.out + run.err;
+  const auto notice = run.out.find("the first is an error written on purpose");
+  EXPECT_NE(notice, std::string::npos) << run.out;
+  EXPECT_NE(all.find("[ERROR]"), std::string::npos) << all;
+  for (const char* part :
+       {"keys declared", "received ", "Black-body tints", "Colour management,", "Done."})
+    EXPECT_NE(run.out.find(part), std::string::npos) << part;
+  EXPECT_TRUE(fs::is_empty(temp)) << fs::directory_iterator(temp)->path();
+}
