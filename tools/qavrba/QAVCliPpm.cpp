@@ -15,7 +15,7 @@ namespace {
 
 // Far beyond any real image, and small enough that sizes never overflow.
 constexpr std::uint64_t kMaxPixels = std::uint64_t{1} << 28;
-constexpr std::size_t kMaxHeader = 64 * 1024;
+constexpr std::size_t kMaxHeader = std::size_t{64} * 1024;
 
 // The header's bytes, pulled from the source one small read at a time.
 class HeaderReader {
