@@ -23,9 +23,10 @@ QAVRBAUI_API float CIEColorimetricObserver(char channel, float wavelength);
 
 // The normalised RGB tint of a black body at `temperature` kelvin (0 means
 // 6500 K): its largest component is 1. Components are not clamped: a very warm
-// source may give a slightly negative blue. At temperatures so low that no
-// visible radiation is computed (about 100 K and below) the result is
-// (0, 0, 0). The three outputs must not be null.
+// source may give a slightly negative blue. At temperatures so low that the
+// visible radiation underflows single precision (below about 532 K) the result
+// is (0, 0, 0); above about 1.7e20 K it is not a number. The three outputs must
+// not be null.
 QAVRBAUI_API void BlackbodyColor(float temperature, float* r, float* g, float* b);
 
 #endif

@@ -78,6 +78,7 @@ TEST_F(LiveLogTest, ConcurrentWritersAndReader) {
   constexpr int kPerWriter = 500;
   std::atomic<bool> done{false};
   std::vector<std::thread> writers;
+  writers.reserve(kWriters);
   for (int w = 0; w < kWriters; ++w)
     writers.emplace_back([log, w] {
       for (int i = 0; i < kPerWriter; ++i)

@@ -93,6 +93,7 @@ TEST_F(TraceLogTest, ConcurrentLinesStayWhole) {
   Severity("3");
   testing::internal::CaptureStdout();
   std::vector<std::thread> threads;
+  threads.reserve(4);
   for (int t = 0; t < 4; ++t)
     threads.emplace_back([t] {
       const std::string piece(40, static_cast<char>('a' + t));

@@ -29,7 +29,7 @@ ScratchDir::~ScratchDir() {
 }
 
 fs::path ScratchDir::Write(const std::string& relative, const std::string& content) const {
-  const fs::path file = _path / relative;
+  fs::path file = _path / relative;
   fs::create_directories(file.parent_path());
   std::ofstream(file, std::ios::binary) << content;
   return file;
