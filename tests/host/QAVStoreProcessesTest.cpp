@@ -143,8 +143,12 @@ TEST_F(StoreProcessesTest, ConcurrentSavesOfOtherKeysAreAllKept) {
   // before: A saves, then B, then A...
   constexpr int kTurns = 100;
   Pipe toA, toB;
-  const auto player = [&](const char* name, const Pipe& mine, const Pipe& other, bool first) {
+  const auto player = [&](const char* name, Pipe& mine, Pipe& other, bool first) {
     return Spawn([&, name, first] {
+      // Only the other process may write to this one: if it fails, this one
+      // reads the end of the pipe and stops instead of waiting for ever.
+      mine.CloseWrite();
+      other.CloseRead();
       QAVSettingRepository* repo = QAVSettingRepository::GetRepository("RenderingLiveSettings");
       int turn = 0;
       for (int n = 1; n <= kTurns; ++n) {
@@ -152,8 +156,10 @@ TEST_F(StoreProcessesTest, ConcurrentSavesOfOtherKeysAreAllKept) {
         const std::string own = std::string(name) + "." + std::to_string(n);
         const QAVString shared(std::string(name) + std::to_string(n));
         if (!SetInt(repo, own, n) || FAILED(repo->WriteSetting("Shared", &shared)) ||
-            FAILED(repo->SaveRepository()) || !other.Send(n))
+            FAILED(repo->SaveRepository()))
           return false;
+        // The second player's last turn ends the game: nobody reads any more.
+        if ((first || n < kTurns) && !other.Send(n)) return false;
       }
       return true;
     });
