@@ -28,11 +28,11 @@
 
 #include <string>
 
-#include "QAVHostExport.h"
+#include "QAVRbaSiblingsExport.h"
 #include "QAVString.h"
 #include "QAVTypes.h"
 
-class QAVHOST_API QAVRbaConfiguration {
+class QAVRBASIBLINGS_API QAVRbaConfiguration {
  public:
   // The text of a key in a section or, when the section does not hold it, in the
   // nearest parent section that does. S_OK and `text` filled; E_FAIL and `text`

@@ -2,6 +2,10 @@
 // setting and preference repositories with its text file format, the escaping of
 // texts and numbers, and where the stores are kept. The file behind a store is
 // QAVBackedFile.h.
+//
+// Not part of the host's API: the headers of this folder are seen by the host's
+// own sources and by the stand-in of the rendering configuration, which keeps its
+// file the same way; the few symbols that stand-in uses are exported.
 #ifndef QAVStoreFormat_h
 #define QAVStoreFormat_h
 
@@ -40,16 +44,16 @@ bool ParseInteger(std::string_view text, long long& value);
 bool ParseFloat(std::string_view text, float& value);
 bool ParseDouble(std::string_view text, double& value);
 
-std::string_view Trim(std::string_view text);
+QAVHOST_API std::string_view Trim(std::string_view text);
 
 // The value of a "key = value" line (configuration and message catalogs): the
 // text after '=' without the blanks around it, or, when it starts with '"', a
 // quoted text in which \" \\ \n \t \r and \xHH are escapes. False when a quoted
 // value is not closed, has text after its closing quote or a bad escape.
-bool ParseAssignedValue(std::string_view raw, std::string& value);
+QAVHOST_API bool ParseAssignedValue(std::string_view raw, std::string& value);
 // The form ParseAssignedValue reads back as `value`: bare when it can be, quoted
 // otherwise.
-std::string FormatAssignedValue(std::string_view value);
+QAVHOST_API std::string FormatAssignedValue(std::string_view value);
 
 // One stored setting or preference: its type and its values (an array).
 struct StoredValue {
@@ -163,7 +167,7 @@ class KeyedStore {
 
 // Where the host keeps its persisted stores: QAVHOST_SETTINGS_DIR, else
 // $XDG_CONFIG_HOME/qavhost, else $HOME/.config/qavhost (else ./.qavhost).
-std::string SettingsDirectory();
+QAVHOST_API std::string SettingsDirectory();
 // A store name as a file name: bytes that are not letters, digits, '-', '_' or
 // '.' (and a leading '.') are written %HH.
 std::string FileNameOf(std::string_view name);

@@ -23,9 +23,11 @@
 #include <string>
 #include <string_view>
 
+#include "QAVHostExport.h"
+
 namespace qavstore {
 
-class BackedFile {
+class QAVHOST_API BackedFile {
  public:
   // `kind` names the file in messages ("settings file", ...). Problems go to
   // standard error, one line each, prefixed "qavhost: ".

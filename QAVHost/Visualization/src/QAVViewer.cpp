@@ -1,7 +1,6 @@
 #include "QAVViewer.h"
 
 #include "QAVCallbackManager.h"
-#include "QAVFrmWindow.h"
 
 QAV_IMPLEMENT_CLASS(QAVViewer, QAVEventSubscriber, "System");
 

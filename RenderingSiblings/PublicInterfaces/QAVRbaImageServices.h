@@ -4,13 +4,13 @@
 #define QAVRbaImageServices_h
 
 #include "QAVFrmWindow.h"
-#include "QAVHostExport.h"
+#include "QAVRbaSiblingsExport.h"
 #include "QAVListValQAVUnicodeString.h"
 #include "QAVUnicodeString.h"
 
 class QAVMMColorProfile;
 
-class QAVHOST_API QAVRbaImageServices {
+class QAVRBASIBLINGS_API QAVRbaImageServices {
  public:
   // Splits a path list on ":" into `paths` (emptied first), in order. Empty
   // entries are dropped: "a::b:" gives a, b. A null list gives an empty list.

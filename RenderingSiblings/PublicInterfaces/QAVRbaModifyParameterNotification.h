@@ -6,9 +6,10 @@
 
 #include "QAVModelNotification.h"
 #include "QAVRef.h"
+#include "QAVRbaSiblingsExport.h"
 #include "QAVString.h"
 
-class QAVHOST_API QAVRbaModifyParameterNotification : public QAVModelNotification {
+class QAVRBASIBLINGS_API QAVRbaModifyParameterNotification : public QAVModelNotification {
   QAV_DECLARE_CLASS
  public:
   QAVRbaModifyParameterNotification(const QAVString& name, QAVBaseUnknown* object, const GUID& iid);
