@@ -164,6 +164,15 @@ TEST_F(ColorProfileTest, ProfilesFromFilesBuiltInAndInvalid) {
   EXPECT_TRUE(read->IsSameProfile(Linear().get()));
   EXPECT_FALSE(read->IsSameProfile(srgb.get()));
   EXPECT_FALSE(read->IsSameProfile(nullptr));
+  // Made at another moment: only the header's creation date (bytes 24 to 35)
+  // differs, and the profile is still the same.
+  std::string other = qavtest::ReadFile(path);
+  ASSERT_GT(other.size(), 36U);
+  other.replace(24, 12, "\x07\xd0\x00\x01\x00\x01\x00\x00\x00\x00\x00\x00", 12);
+  const fs::path older = _scratch.Write("older.icc", other);
+  const ProfileRef dated = ProfileRef::Adopt(QAVMMColorProfile::CreateFromFile(older.c_str()));
+  ASSERT_TRUE(dated && dated->exist());
+  EXPECT_TRUE(dated->IsSameProfile(read.get()));
 
   // Nothing to read: no profile at all.
   EXPECT_EQ(QAVMMColorProfile::CreateFromFile(""), nullptr);

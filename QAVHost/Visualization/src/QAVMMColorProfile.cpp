@@ -225,6 +225,26 @@ cmsHPROFILE MakeBuiltIn(std::size_t index) {
   }
 }
 
+// A digest of the profile's content. The one stored in a file may be absent, and
+// the header's creation date differs between two profiles made the same way at
+// different moments, so the digest is computed here on a copy whose date is
+// cleared: equal contents compare equal.
+std::array<std::uint8_t, 16> ContentId(cmsHPROFILE handle) {
+  std::array<std::uint8_t, 16> id{};
+  cmsUInt32Number size = 0;
+  if (!cmsSaveProfileToMem(handle, nullptr, &size) || size < 128) return id;
+  std::vector<std::uint8_t> bytes(size);
+  if (!cmsSaveProfileToMem(handle, bytes.data(), &size)) return id;
+  constexpr std::size_t kDateOffset = 24, kDateSize = 12;  // ICC header, dateTimeNumber
+  std::fill_n(bytes.begin() + kDateOffset, kDateSize, std::uint8_t{0});
+  const cmsHPROFILE copy = cmsOpenProfileFromMem(bytes.data(), size);
+  if (!copy) return id;
+  cmsMD5computeID(copy);
+  cmsGetHeaderProfileID(copy, id.data());
+  cmsCloseProfile(copy);
+  return id;
+}
+
 }  // namespace
 
 QAVMMColorProfile::QAVMMColorProfile() = default;
@@ -241,10 +261,7 @@ void QAVMMColorProfile::Adopt(void* handle) {
   }
   _handle = handle;
   _description = ReadDescription(handle);
-  // The identifier is a digest of the whole profile; it is computed here (the
-  // one stored in a file may be absent) so that equal contents compare equal.
-  cmsMD5computeID(handle);
-  cmsGetHeaderProfileID(handle, _id.data());
+  _id = ContentId(handle);
 }
 
 QAVMMColorProfile* QAVMMColorProfile::CreateFromFile(const QAVUnicodeString& path) {
