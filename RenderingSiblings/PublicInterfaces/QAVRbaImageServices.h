@@ -4,8 +4,8 @@
 #define QAVRbaImageServices_h
 
 #include "QAVFrmWindow.h"
-#include "QAVRbaSiblingsExport.h"
 #include "QAVListValQAVUnicodeString.h"
+#include "QAVRbaSiblingsExport.h"
 #include "QAVUnicodeString.h"
 
 class QAVMMColorProfile;

@@ -5,8 +5,8 @@
 #define QAVRbaModifyParameterNotification_h
 
 #include "QAVModelNotification.h"
-#include "QAVRef.h"
 #include "QAVRbaSiblingsExport.h"
+#include "QAVRef.h"
 #include "QAVString.h"
 
 class QAVRBASIBLINGS_API QAVRbaModifyParameterNotification : public QAVModelNotification {
