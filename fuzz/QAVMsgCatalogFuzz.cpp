@@ -9,10 +9,17 @@
 #include <filesystem>
 #include <string>
 
+#include "QAVHostDriver.h"
 #include "QAVMsgCatalog.h"
-#include "QAVProcessState.h"
 
 namespace {
+
+// One session of the substitute host for the whole run; each input restarts it,
+// as a new process would find the file.
+QAVHostDriver& Driver() {
+  static QAVHostDriver* const driver = new QAVHostDriver;
+  return *driver;
+}
 
 namespace fs = std::filesystem;
 
@@ -57,7 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size) (void)std::fwrite(data, 1, size, file);
     std::fclose(file);
   }
-  QAVProcessState::ResetAll();
+  Driver().Restart();
 
   const QAVUnicodeString parameters[] = {"one", "{2}", "three {1}"};
   const QAVUnicodeString fallback("default {1}");

@@ -10,10 +10,17 @@
 #include <filesystem>
 #include <string>
 
-#include "QAVProcessState.h"
+#include "QAVHostDriver.h"
 #include "QAVRbaConfiguration.h"
 
 namespace {
+
+// One session of the substitute host for the whole run; each input restarts it,
+// as a new process would find the file.
+QAVHostDriver& Driver() {
+  static QAVHostDriver* const driver = new QAVHostDriver;
+  return *driver;
+}
 
 namespace fs = std::filesystem;
 
@@ -59,7 +66,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size) (void)std::fwrite(data, 1, size, file);
     std::fclose(file);
   }
-  QAVProcessState::ResetAll();
+  Driver().Restart();
 
   const std::string text(reinterpret_cast<const char*>(data), size);
   QAVString value("untouched");
@@ -76,7 +83,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     QAVString back;
     Check(QAVRbaConfiguration::GetHierarchicalValue(section, "Value", back) == S_OK);
     Check(back.str() == set.str());
-    QAVProcessState::ResetAll();
+    Driver().Restart();
     QAVString reread;
     Check(QAVRbaConfiguration::GetHierarchicalValue(section, "Value", reread) == S_OK);
     Check(reread.str() == set.str());

@@ -55,9 +55,9 @@ TEST_F(LiveLogTest, LevelsDecideWhatIsStored) {
 }
 
 TEST_F(LiveLogTest, WithoutALockEverythingIsRefused) {
-  QAVMutex::SetCreationFailsForTests(true);
+  Driver().FailMutexCreation(true);
   OwnLog log;
-  QAVMutex::SetCreationFailsForTests(false);
+  Driver().FailMutexCreation(false);
   EXPECT_EQ(log.AddMessage(0, "lost"), E_FAIL);
   int level = 7;
   std::string text = "kept";

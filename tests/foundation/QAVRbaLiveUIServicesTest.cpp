@@ -145,7 +145,7 @@ TEST_F(LiveUIServicesTest, DeclaresEveryKeyInOrderWithItsTypeAndDefault) {
   for (const char* name : {kLive, kBatch, kNetwork}) {
     QAVSettingRepository* repo = QAVSettingRepository::GetRepository(name);
     EXPECT_EQ(repo->GetWriteCount(), 0) << name;
-    EXPECT_TRUE(repo->GetCallbackManager()->GetDispatches().empty()) << name;
+    EXPECT_TRUE(Dispatches(repo->GetCallbackManager()).empty()) << name;
   }
   EXPECT_FALSE(fs::exists(SettingsDir()));
 }

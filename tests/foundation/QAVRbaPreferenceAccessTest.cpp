@@ -62,9 +62,9 @@ TEST_F(PreferenceAccessTest, EverySuccessfulWriteIsCommittedAtOnce) {
   const std::string committed = qavtest::ReadFile(repo.GetFilePath());
 
   // Failed writes commit nothing: a write refused by the host, a type clash.
-  repo.SimulateWriteFailure(true);
+  Driver().FailPreferenceWrites(&repo, true);
   SetPreference(repo, "Count", 9);
-  repo.SimulateWriteFailure(false);
+  Driver().FailPreferenceWrites(&repo, false);
   SetPreference(repo, "Count", 2.0);
   EXPECT_EQ(repo.GetCommitCount(), 4);
   EXPECT_EQ(qavtest::ReadFile(repo.GetFilePath()), committed);

@@ -222,7 +222,9 @@ TEST_F(QAVRbaUIEventsTest, TextureDroppedReachesSubscribersOfTheCurrentLayoutWit
   EXPECT_EQ(CountedDrop::alive, 0) << "the sender's release destroys the record";
 
   EXPECT_EQ(received, std::vector<std::string>{"D:\\maps\\stone.hdr"});
-  ASSERT_EQ(callbacks->GetDispatches().size(), 1u);
-  EXPECT_EQ(callbacks->GetDispatches()[0].event, "QAVRbaUIEventsTEXTURE_DROPPEDEvt");
-  EXPECT_EQ(callbacks->GetDispatches()[0].notificationClass, "QAVRbaUIFileDropNotification");
+  const auto dispatches = Dispatches(callbacks);
+  ASSERT_EQ(dispatches.size(), 1u);
+  EXPECT_EQ(dispatches[0].name, "QAVRbaUIEventsTEXTURE_DROPPEDEvt");
+  EXPECT_EQ(dispatches[0].detail, "QAVRbaUIFileDropNotification");
+  EXPECT_EQ(dispatches[0].data, callbacks);
 }

@@ -60,7 +60,7 @@ TEST_F(AtomicFileTest, AnInterruptedSaveLeavesTheOldContentAndNoTemporary) {
       {QAVAtomicFile::Stage::Rename, 0, "cannot rename"},
   };
   for (const Interruption& at : interruptions) {
-    QAVAtomicFile::SimulateFailure(at.stage, at.afterBytes);
+    Driver().FailAtomicWrites(at.stage, at.afterBytes);
     std::string error;
     EXPECT_FALSE(QAVAtomicFile::Write(file.string(), "the new and longer content\n", &error));
     EXPECT_NE(error.find(at.says), std::string::npos) << error;
@@ -73,8 +73,10 @@ TEST_F(AtomicFileTest, AnInterruptedSaveLeavesTheOldContentAndNoTemporary) {
   EXPECT_FALSE(QAVAtomicFile::Write(fresh.string(), "content"));
   EXPECT_FALSE(fs::exists(fresh));
 
-  // The process reset clears the simulated failure.
+  // The switch holds across a restart of the host, until it is turned off.
   ResetProcessState();
+  EXPECT_FALSE(QAVAtomicFile::Write(file.string(), "new"));
+  Driver().FailAtomicWrites(QAVAtomicFile::Stage::None);
   EXPECT_TRUE(QAVAtomicFile::Write(file.string(), "new"));
   EXPECT_EQ(qavtest::ReadFile(file), "new");
 }

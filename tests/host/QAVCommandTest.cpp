@@ -2,6 +2,7 @@
 // command headers.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -60,28 +61,35 @@ class QAVCommandTest : public qavtest::HostTest {
     CountingCmd::activations = 0;
   }
   static QAVApplication* App() { return QAVApplication::MainApplication(); }
+  // The names of the commands destroyed since the test began, in order.
+  std::vector<std::string> DestroyedNames() {
+    std::vector<std::string> names;
+    for (const QAVJournalEntry& entry : Driver().GetJournal("command-destroyed"))
+      names.push_back(entry.name);
+    return names;
+  }
 };
 
 TEST_F(QAVCommandTest, DelayedDestructionHappensAtTheNextProcessingOnly) {
   auto* command = new CountingCmd("First");
-  EXPECT_EQ(App()->FindCommand("First"), command);
-  App()->ProcessPendingWork();
+  EXPECT_EQ(Driver().FindCommand("First"), command);
+  Driver().Idle();
   EXPECT_EQ(CountingCmd::alive, 1) << "the host keeps a command until it asks to end";
   command->RequestDelayedDestruction();
   command->RequestDelayedDestruction();  // a second request changes nothing
   EXPECT_EQ(CountingCmd::alive, 1);
-  EXPECT_EQ(App()->GetPendingDestructionCount(), 1);
-  EXPECT_EQ(App()->ProcessPendingWork(), 1);
+  EXPECT_EQ(Driver().GetPendingDestructionCount(), 1);
+  EXPECT_EQ(Driver().Idle(), 1);
   EXPECT_EQ(CountingCmd::alive, 0);
-  EXPECT_EQ(App()->FindCommand("First"), nullptr);
-  EXPECT_EQ(App()->ProcessPendingWork(), 0);
+  EXPECT_EQ(Driver().FindCommand("First"), nullptr);
+  EXPECT_EQ(Driver().Idle(), 0);
 
   // Another holder keeps the command: only the host's reference goes.
   auto* shared = new CountingCmd("Shared");
   {
     QAVRef<QAVCommand> kept(shared);
     shared->RequestDelayedDestruction();
-    App()->ProcessPendingWork();
+    Driver().Idle();
     EXPECT_EQ(CountingCmd::alive, 1);
     EXPECT_EQ(shared->GetRefCount(), 1u);
   }
@@ -91,10 +99,9 @@ TEST_F(QAVCommandTest, DelayedDestructionHappensAtTheNextProcessingOnly) {
   // the same pass.
   auto* parent = new ParentCmd;
   parent->RequestDelayedDestruction();
-  EXPECT_EQ(App()->ProcessPendingWork(), 2);
+  EXPECT_EQ(Driver().Idle(), 2);
   EXPECT_EQ(CountingCmd::alive, 0);
-  EXPECT_EQ(App()->GetDestroyedCommandNames(),
-            (std::vector<std::string>{"First", "Shared", "Parent", "Child"}));
+  EXPECT_EQ(DestroyedNames(), (std::vector<std::string>{"First", "Shared", "Parent", "Child"}));
 }
 
 TEST_F(QAVCommandTest, CancelEndsTheCommandAndResetReleasesWhatTheHostKeeps) {
@@ -105,11 +112,14 @@ TEST_F(QAVCommandTest, CancelEndsTheCommandAndResetReleasesWhatTheHostKeeps) {
   // A copy is another command, kept by the host as well.
   auto* copy = new CountingCmd(*forgotten);
   EXPECT_NE(copy->GetCallbackManager(), forgotten->GetCallbackManager());
-  EXPECT_EQ(App()->GetCommandCount(), 3);
+  EXPECT_EQ(Driver().GetCommandCount(), 3);
   ResetProcessState();
   EXPECT_EQ(CountingCmd::alive, 0);
-  EXPECT_EQ(App()->GetCommandCount(), 0);
-  EXPECT_EQ(App()->GetDestroyedCount(), 0) << "a fresh application after the reset";
+  EXPECT_EQ(Driver().GetCommandCount(), 0);
+  std::vector<std::string> destroyed = DestroyedNames();
+  std::sort(destroyed.begin(), destroyed.end());
+  EXPECT_EQ(destroyed, (std::vector<std::string>{"Cancelled", "Forgotten", "Forgotten"}))
+      << "the reset released what the host kept";
 }
 
 namespace {
@@ -146,11 +156,11 @@ TEST_F(QAVCommandTest, IdleSubscribersRunAfterDestructionsUntilRemoved) {
   // a removes b and itself and adds a new subscriber: b is skipped, the new one
   // waits for the next pass.
   log.toRemove = b;
-  EXPECT_EQ(App()->ProcessPendingWork(), 1);
+  EXPECT_EQ(Driver().Idle(), 1);
   EXPECT_EQ(log.calls, std::vector<std::string>{"A:2"});
   EXPECT_FALSE(App()->IsSubscribed(QAVApplication::Idle, a));
-  App()->ProcessPendingWork();
-  App()->ProcessPendingWork();
+  Driver().Idle();
+  Driver().Idle();
   EXPECT_EQ(log.calls, (std::vector<std::string>{"A:2", "none:2", "none:2"}));
   EXPECT_EQ(App()->RemoveSubscribe(QAVApplication::Idle, nullptr), 1);
 
@@ -161,7 +171,7 @@ TEST_F(QAVCommandTest, IdleSubscribersRunAfterDestructionsUntilRemoved) {
   EXPECT_EQ(App()->GetSubscriptionCount(QAVApplication::Idle), 2);
   b->RequestDelayedDestruction();
   log.calls.clear();
-  EXPECT_EQ(App()->ProcessPendingWork(), 1);
+  EXPECT_EQ(Driver().Idle(), 1);
   EXPECT_TRUE(log.calls.empty());
   EXPECT_EQ(App()->GetSubscriptionCount(QAVApplication::Idle), 0);
 }
@@ -179,7 +189,7 @@ TEST_F(QAVCommandTest, HeadersStartTheirCommandThroughTheFactoryOfItsClass) {
   EXPECT_EQ(started->GetName(), "FromDictionary");
   EXPECT_EQ(CountingCmd::activations, 1);
   EXPECT_EQ(header->GetStartCount(), 1);
-  EXPECT_EQ(App()->FindCommand("FromDictionary"), started) << "kept by the host";
+  EXPECT_EQ(Driver().FindCommand("FromDictionary"), started) << "kept by the host";
 
   // Without a dictionary entry the meta-class factory of the class is used; a
   // class that is no command starts nothing.

@@ -8,6 +8,7 @@
 #include "QAVBaseUnknown.h"
 #include "QAVCallbackManager.h"
 #include "QAVDiagnostics.h"
+#include "QAVHostDriver.h"
 #include "QAVNotification.h"
 #include "QAVRef.h"
 #include "QAVString.h"
@@ -106,6 +107,8 @@ TEST(QAVBaseUnknown, CountingMetaClassesQueriesAndFactories) {
 }
 
 TEST(QAVCallbackManager, DispatchOrderAndChangesDuringADispatch) {
+  QAVHostDriver driver;
+  driver.StartRecording();
   auto manager = QAVMakeRef<QAVCallbackManager>();
   std::vector<std::string> calls;
   auto record = [&calls](const char* tag) {
@@ -127,8 +130,12 @@ TEST(QAVCallbackManager, DispatchOrderAndChangesDuringADispatch) {
   manager->DispatchCallbacks(name.c_str(), notification.get(), &token);
   EXPECT_EQ(calls, (std::vector<std::string>{"first|Evt|QAVNotification|1",
                                              "second|Evt|QAVNotification|0"}));
-  ASSERT_EQ(manager->GetDispatches().size(), 1u);
-  EXPECT_EQ(manager->GetDispatches()[0].notificationClass, "QAVNotification");
+  const auto dispatches = driver.GetJournal("dispatch");
+  ASSERT_EQ(dispatches.size(), 1u);
+  EXPECT_EQ(dispatches[0].name, "Evt");
+  EXPECT_EQ(dispatches[0].detail, "QAVNotification");
+  EXPECT_EQ(dispatches[0].source, manager.get());
+  EXPECT_EQ(dispatches[0].data, &token);
   EXPECT_EQ(notification->GetRefCount(), 1u) << "a dispatch keeps no reference";
 
   // A subscriber removes itself and a later one and adds another: the removed
@@ -148,10 +155,36 @@ TEST(QAVCallbackManager, DispatchOrderAndChangesDuringADispatch) {
   manager->DispatchCallbacks("Evt", nullptr, nullptr);
   EXPECT_EQ(calls, (std::vector<std::string>{"first|Evt|-|0", "changer", "first|Evt|-|0",
                                              "added|Evt|-|1"}));
+  EXPECT_EQ(manager->GetCallbackCount("Evt"), 2);
+  EXPECT_EQ(manager->GetCallbackCount("Other"), 1);
+  EXPECT_EQ(manager->GetCallbackCount("None"), 0);
+
+  // A dispatch from inside a callback of the same event, which removes a
+  // subscriber the outer dispatch has yet to reach: neither calls it.
+  calls.clear();
+  QAVCallback last = 0;
+  const QAVCallback nester = manager->AddCallback(
+      "Nest", [&](const char*, void*, QAVNotification*, void*, QAVCallback self) {
+        calls.emplace_back("outer");
+        EXPECT_TRUE(manager->RemoveCallback(self));
+        EXPECT_TRUE(manager->RemoveCallback(last));
+        manager->DispatchCallbacks("Nest", nullptr, nullptr);
+      });
+  last = manager->AddCallback("Nest", record("last"));
+  manager->DispatchCallbacks("Nest", nullptr, nullptr);
+  EXPECT_EQ(calls, std::vector<std::string>{"outer"});
+  EXPECT_FALSE(manager->RemoveCallback(nester));
+  EXPECT_EQ(manager->GetCallbackCount("Nest"), 0);
+
+  // Recording is the driver's to turn on: stopped, nothing is journalled.
+  driver.StopRecording();
+  manager->DispatchCallbacks("Evt", nullptr, nullptr);
+  EXPECT_EQ(driver.GetJournal("dispatch").size(), 5u) << "the dispatches made while recording";
 }
 
 TEST(QAVDiagnostics, PointerCheckAndTraceChannel) {
-  QAVClearPointerCheckReports();
+  QAVHostDriver driver;
+  driver.StartRecording();
   int value = 0;
   void* QAVRbaContextBarManager = nullptr;
   testing::internal::CaptureStderr();
@@ -162,7 +195,10 @@ TEST(QAVDiagnostics, PointerCheckAndTraceChannel) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
             "QAVRbaContextBarManager is NULL QAVRbaContextBarMappingTypeUVCmd::Activate\n"
             " is NULL \n");
-  EXPECT_EQ(QAVGetPointerCheckReports().size(), 2u);
+  const auto reports = driver.GetJournal("pointer-check");
+  ASSERT_EQ(reports.size(), 2u);
+  EXPECT_EQ(reports[0].detail,
+            "QAVRbaContextBarManager is NULL QAVRbaContextBarMappingTypeUVCmd::Activate");
 
   QAVTraceChannel channel("QAVRbaSnapManipulator");
   testing::internal::CaptureStdout();

@@ -56,17 +56,17 @@ TEST_F(PreferenceRepositoryTest, OnlyCommitsReachTheFile) {
   repo->WritePreference("B", &values[1], 1);
 
   // A simulated failing write changes nothing.
-  repo->SimulateWriteFailure(true);
+  Driver().FailPreferenceWrites(repo, true);
   EXPECT_EQ(repo->WritePreference("A", &values[2], 1), 0);
   EXPECT_EQ(repo->WritePreference("C", &values[2], 1), 0);
-  repo->SimulateWriteFailure(false);
+  Driver().FailPreferenceWrites(repo, false);
   int a = 0;
   EXPECT_EQ(repo->ReadPreference("A", &a, 1), 1);
   EXPECT_EQ(a, 1);
   EXPECT_FALSE(repo->IsPresent("C", "int"));
 
   // A failed commit leaves the committed file as it was.
-  QAVAtomicFile::SimulateFailure(QAVAtomicFile::Stage::Rename);
+  Driver().FailAtomicWrites(QAVAtomicFile::Stage::Rename);
   testing::internal::CaptureStderr();
   EXPECT_EQ(repo->Commit(), E_FAIL);
   EXPECT_NE(testing::internal::GetCapturedStderr().find("cannot save the preference file"),

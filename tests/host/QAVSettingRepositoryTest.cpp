@@ -316,7 +316,7 @@ TEST_F(SettingRepositoryTest, FailedSaveKeepsTheOldFile) {
 
   value = 2;
   repo->WriteSetting("K", &value);
-  QAVAtomicFile::SimulateFailure(QAVAtomicFile::Stage::WriteData, 10);
+  Driver().FailAtomicWrites(QAVAtomicFile::Stage::WriteData, 10);
   testing::internal::CaptureStderr();
   EXPECT_EQ(repo->SaveRepository(), E_FAIL);
   const std::string report = testing::internal::GetCapturedStderr();
@@ -324,7 +324,7 @@ TEST_F(SettingRepositoryTest, FailedSaveKeepsTheOldFile) {
       << report;
   EXPECT_EQ(qavtest::ReadFile(repo->GetFilePath()), before);
 
-  QAVAtomicFile::ClearSimulatedFailure();
+  Driver().FailAtomicWrites(QAVAtomicFile::Stage::None);
   EXPECT_EQ(repo->SaveRepository(), S_OK);
   EXPECT_EQ(Reopen("Save")->GetSettingTexts("K"), std::vector<std::string>{"2"});
 }

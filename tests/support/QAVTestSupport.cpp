@@ -8,8 +8,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "QAVProcessState.h"
-
 namespace qavtest {
 
 namespace fs = std::filesystem;
@@ -59,17 +57,25 @@ std::string ReadFile(const fs::path& path) {
 
 void HostTest::SetUp() {
   _settingsDir.emplace("QAVHOST_SETTINGS_DIR", (_scratch.path() / "settings").string());
-  ResetProcessState();
+  _driver.emplace();
+  _driver->StartRecording();
 }
 
 void HostTest::TearDown() {
   while (!_env.empty())
     _env.pop_back();
-  ResetProcessState();
+  _driver.reset();
   _settingsDir.reset();
 }
 
-void HostTest::ResetProcessState() { QAVProcessState::ResetAll(); }
+void HostTest::ResetProcessState() { QAVHostDriver::Current()->Restart(); }
+
+std::vector<QAVJournalEntry> HostTest::Dispatches(const void* manager) const {
+  std::vector<QAVJournalEntry> dispatches = _driver->GetJournal("dispatch");
+  if (manager)
+    std::erase_if(dispatches, [manager](const QAVJournalEntry& e) { return e.source != manager; });
+  return dispatches;
+}
 
 void HostTest::SetEnvAndReload(const char* name, std::optional<std::string> value) {
   _env.push_back(std::make_unique<ScopedEnv>(name, std::move(value)));

@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "QAVHostDriver.h"
+
 namespace qavtest {
 
 // A fresh directory removed with everything in it at destruction.
@@ -44,20 +46,27 @@ class ScopedEnv {
 
 std::string ReadFile(const std::filesystem::path& path);
 
-// A test fixture with its own settings directory; every process-wide state of
-// the host and of the library is reset before and after each test.
+// A test fixture with its own settings directory and its own session of the
+// substitute host (a driver, recording its journal): every process-wide state of
+// the host and of the library starts afresh for each test.
 class HostTest : public ::testing::Test {
  protected:
   void SetUp() override;
   void TearDown() override;
-  // Re-reads what the library reads at load (after changing the environment).
+  // The host as a new process finds it: re-reads what the library reads at
+  // load (after changing the environment) and the stores on disk.
   static void ResetProcessState();
+  QAVHostDriver& Driver() { return *_driver; }
+  // The events dispatched through `manager` (every manager when null) since the
+  // test began or the journal was cleared.
+  std::vector<QAVJournalEntry> Dispatches(const void* manager = nullptr) const;
   // Sets (nullopt: unsets) an environment variable until the end of the test,
   // then re-reads what the library reads at load.
   void SetEnvAndReload(const char* name, std::optional<std::string> value);
 
   ScratchDir _scratch;
   std::optional<ScopedEnv> _settingsDir;
+  std::optional<QAVHostDriver> _driver;
   std::vector<std::unique_ptr<ScopedEnv>> _env;  // restored last set first
 };
 

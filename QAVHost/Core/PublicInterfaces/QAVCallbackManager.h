@@ -1,11 +1,17 @@
 // Maps event names to ordered subscriber lists and dispatches events to them.
-// Every dispatch is also recorded, so that a test can read back what was sent.
+// The subscribers of an event are found by its name, so a dispatch costs the
+// same whatever the number of other events subscribed to. While the host's
+// journal records, every dispatch is written in it.
 #ifndef QAVCallbackManager_h
 #define QAVCallbackManager_h
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "QAVEventSubscriber.h"
@@ -24,12 +30,6 @@ using QAVCallbackFunction =
 class QAVHOST_API QAVCallbackManager : public QAVEventSubscriber {
   QAV_DECLARE_CLASS
  public:
-  struct Dispatch {
-    std::string event;
-    std::string notificationClass;  // empty without a notification
-    void* data;
-  };
-
   QAVCallbackManager();
   ~QAVCallbackManager() override;
   QAVCallbackManager(const QAVCallbackManager&) = delete;
@@ -43,21 +43,30 @@ class QAVHOST_API QAVCallbackManager : public QAVEventSubscriber {
   // Calls every subscriber of the event in subscription order. A subscriber
   // added during the dispatch is not called by it; one removed is not called.
   void DispatchCallbacks(const char* event, QAVNotification* notification, void* data);
-
   int GetCallbackCount(const char* event) const;
-  const std::vector<Dispatch>& GetDispatches() const { return _dispatches; }
-  void ClearDispatches() { _dispatches.clear(); }
 
  private:
   struct Subscription {
     QAVCallback id;
-    std::string event;
-    QAVCallbackFunction function;
+    std::shared_ptr<const QAVCallbackFunction> function;  // shared while it runs
     void* clientData;
+    bool removed;  // removed during a dispatch, erased once no dispatch runs
   };
-  std::vector<Subscription> _subscriptions;
-  std::vector<Dispatch> _dispatches;
+  struct NameHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view name) const noexcept {
+      return std::hash<std::string_view>()(name);
+    }
+  };
+  using Subscribers =
+      std::unordered_map<std::string, std::vector<Subscription>, NameHash, std::equal_to<>>;
+  void EraseRemoved();
+
+  Subscribers _subscribers;
+  std::unordered_map<QAVCallback, std::string> _eventOf;
   QAVCallback _nextId = 1;
+  int _dispatching = 0;  // dispatches under way (they may nest)
+  bool _removedDuringDispatch = false;
 };
 
 #endif

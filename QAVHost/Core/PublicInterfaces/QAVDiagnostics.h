@@ -3,9 +3,6 @@
 #ifndef QAVDiagnostics_h
 #define QAVDiagnostics_h
 
-#include <string>
-#include <vector>
-
 #include "QAVHostExport.h"
 
 // Pointer check: when `pointer` is null, writes one line on standard error,
@@ -16,11 +13,6 @@
 QAVHOST_API bool QAVCheckPointer(const char* expression, const void* pointer, const char* message);
 // The same with the expression's own text.
 #define QAV_CHECK_POINTER(pointer, message) QAVCheckPointer(#pointer, (pointer), (message))
-
-// Tests: the lines written by QAVCheckPointer since the last clear (without the
-// end of line), oldest first.
-QAVHOST_API std::vector<std::string> QAVGetPointerCheckReports();
-QAVHOST_API void QAVClearPointerCheckReports();
 
 // Fatal error: writes "Fatal error: <message> (<file>:<line>)" on standard error
 // and ends the process abnormally (SIGABRT). Never returns.

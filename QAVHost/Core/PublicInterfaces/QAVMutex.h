@@ -23,10 +23,11 @@ class QAVHOST_API QAVMutex {
   // Releases a mutex held by this thread; returns 0.
   int UnlockF();
 
-  // Tests: makes Create fail (return null) until called again with false.
-  static void SetCreationFailsForTests(bool fails);
-
  private:
+  friend class QAVHostDriver;
+  // Makes Create fail (return null) until called again with false.
+  static void SetCreationFails(bool fails);
+
   struct Impl;
   std::unique_ptr<Impl> _impl;
 };

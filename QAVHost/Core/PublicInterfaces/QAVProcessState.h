@@ -1,6 +1,7 @@
 // Process-wide state of the host and of its modules (singletons, caches, values
-// read at load) registers a reset here, so that tests can put the process back to
-// its start-up condition. Production code never calls ResetAll.
+// read at load) registers a reset here: what a module forgets when the host
+// unloads it. The substitute's driver (QAVHostDriver) runs the resets when a
+// session ends, so that the next one starts as a new process would.
 #ifndef QAVProcessState_h
 #define QAVProcessState_h
 
@@ -12,6 +13,9 @@ class QAVHOST_API QAVProcessState {
   // Registers a reset function under a name; registering the same name twice
   // keeps the first.
   static void RegisterReset(const char* name, Reset reset);
+
+ private:
+  friend class QAVHostDriver;
   // Runs every registered reset, the most recently registered first, so that a
   // module's state goes before the host state it was built on.
   static void ResetAll();

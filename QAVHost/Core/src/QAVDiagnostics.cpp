@@ -3,22 +3,16 @@
 #include <cstdio>
 #include <cstdlib>
 #include <mutex>
+#include <string>
+#include <utility>
 
-#include "QAVProcessState.h"
+#include "QAVHostJournal.h"
 
 namespace {
-
-struct Reports {
-  std::mutex lock;
-  std::vector<std::string> lines;
-};
-Reports& TheReports() {
-  static Reports* const reports = new Reports;
-  return *reports;
+std::mutex& OutputLock() {
+  static std::mutex* const lock = new std::mutex;
+  return *lock;
 }
-
-QAV_REGISTER_RESET(QAVDiagnostics, QAVClearPointerCheckReports);
-
 }  // namespace
 
 bool QAVCheckPointer(const char* expression, const void* pointer, const char* message) {
@@ -26,24 +20,13 @@ bool QAVCheckPointer(const char* expression, const void* pointer, const char* me
   std::string line = expression ? expression : "";
   line += " is NULL ";
   line += message ? message : "";
-  auto& reports = TheReports();
-  std::lock_guard guard(reports.lock);
-  (void)std::fprintf(stderr, "%s\n", line.c_str());
-  (void)std::fflush(stderr);
-  reports.lines.push_back(std::move(line));
+  {
+    std::lock_guard guard(OutputLock());
+    (void)std::fprintf(stderr, "%s\n", line.c_str());
+    (void)std::fflush(stderr);
+  }
+  qavjournal::Record({"pointer-check", expression ? expression : "", std::move(line)});
   return false;
-}
-
-std::vector<std::string> QAVGetPointerCheckReports() {
-  auto& reports = TheReports();
-  std::lock_guard guard(reports.lock);
-  return reports.lines;
-}
-
-void QAVClearPointerCheckReports() {
-  auto& reports = TheReports();
-  std::lock_guard guard(reports.lock);
-  reports.lines.clear();
 }
 
 void QAVFatalError(const char* message, const char* file, int line) {

@@ -4,13 +4,9 @@
 #include <mutex>
 #include <new>
 
-#include "QAVProcessState.h"
-
 namespace {
 std::atomic<bool> creationFails{false};
 
-void ResetMutexCreation() { creationFails = false; }
-QAV_REGISTER_RESET(QAVMutex, ResetMutexCreation);
 }  // namespace
 
 struct QAVMutex::Impl {
@@ -37,4 +33,4 @@ int QAVMutex::UnlockF() {
   return 0;
 }
 
-void QAVMutex::SetCreationFailsForTests(bool fails) { creationFails = fails; }
+void QAVMutex::SetCreationFails(bool fails) { creationFails = fails; }

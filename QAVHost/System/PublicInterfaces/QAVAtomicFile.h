@@ -29,7 +29,8 @@ class QAVHOST_API QAVAtomicFile {
   // Returns the new path, or an empty string (and `error`) on failure.
   static std::string MoveAside(const std::string& path, std::string* error = nullptr);
 
-  // Tests: the stages of a save at which a simulated interruption can strike.
+  // The stages of a save at which an interruption can strike (the substitute's
+  // driver simulates them: QAVHostDriver::FailAtomicWrites).
   enum class Stage {
     None,       // no simulated failure
     Open,       // the temporary file cannot be created
@@ -37,10 +38,11 @@ class QAVHOST_API QAVAtomicFile {
     Sync,       // flushing the temporary file fails
     Rename,     // the rename over the target fails
   };
-  // Makes every following Write fail at `stage` until cleared (or until the
-  // process state is reset).
-  static void SimulateFailure(Stage stage, std::size_t afterBytes = 0);
-  static void ClearSimulatedFailure() { SimulateFailure(Stage::None); }
+
+ private:
+  friend class QAVHostDriver;
+  // Makes every following Write fail at `stage` until cleared (Stage::None).
+  static void SimulateFailure(Stage stage, std::size_t afterBytes);
 };
 
 #endif

@@ -60,9 +60,7 @@ class QAVHOST_API QAVSysPreferenceRepository : public QAVBaseUnknown {
   const QAVString& GetName() const { return _name; }
   const std::string& GetFilePath() const;
 
-  // Tests: while set, every WritePreference fails (returns 0, changes nothing).
-  void SimulateWriteFailure(bool fail) { _failWrites = fail; }
-  // Tests: the number of Commit calls since the repository was loaded.
+  // The number of Commit calls since the repository was loaded.
   int GetCommitCount() const { return _commitCount; }
 
   QAVSysPreferenceRepository(const QAVSysPreferenceRepository&) = delete;
@@ -72,6 +70,9 @@ class QAVHOST_API QAVSysPreferenceRepository : public QAVBaseUnknown {
  private:
   explicit QAVSysPreferenceRepository(const QAVString& name);
   friend struct QAVSysPreferenceRepositoryAccess;
+  friend class QAVHostDriver;
+  // While set, every WritePreference fails (returns 0, changes nothing).
+  void SimulateWriteFailure(bool fail) { _failWrites = fail; }
 
   template <class T>
   int Read(const char* key, T* value, int count) const;

@@ -10,8 +10,6 @@
 #include <filesystem>
 #include <vector>
 
-#include "QAVProcessState.h"
-
 namespace {
 
 namespace fs = std::filesystem;
@@ -25,9 +23,6 @@ SimulatedFailure& Failure() {
   static SimulatedFailure failure;
   return failure;
 }
-
-void ResetSimulatedFailure() { Failure() = SimulatedFailure(); }
-QAV_REGISTER_RESET(QAVAtomicFile, ResetSimulatedFailure);
 
 bool Fails(QAVAtomicFile::Stage stage) { return Failure().stage == stage; }
 

@@ -1,8 +1,8 @@
 // The host's main loop, as far as modules see it: the commands the host keeps
 // alive, their delayed destruction, and subscriptions to idle processing.
 //
-// There is no real loop here: whoever plays the host (a test, a program) calls
-// ProcessPendingWork at the moments the loop would reach an idle point.
+// There is no real loop here: the substitute's driver (QAVHostDriver::Idle) runs
+// one pass of it at the moments the loop would reach an idle point.
 #ifndef QAVApplication_h
 #define QAVApplication_h
 
@@ -36,20 +36,6 @@ class QAVHOST_API QAVApplication : public QAVEventSubscriber {
   int GetSubscriptionCount(int kind) const;
   bool IsSubscribed(int kind, const QAVCommand* command) const;
 
-  // One pass of the loop: first the delayed destructions requested so far
-  // (including those that destructors request while this runs), then one call of
-  // every idle subscriber (those added meanwhile wait for the next pass, those
-  // removed are skipped). Returns the number of destructions and idle calls.
-  int ProcessPendingWork();
-
-  // Inspection.
-  int GetCommandCount() const { return static_cast<int>(_commands.size()); }  // alive
-  QAVCommand* FindCommand(const char* name) const;  // first alive command of that name
-  int GetPendingDestructionCount() const { return static_cast<int>(_pending.size()); }
-  // Names of the commands destroyed since the application was created, in order.
-  const std::vector<std::string>& GetDestroyedCommandNames() const { return _destroyed; }
-  int GetDestroyedCount() const { return static_cast<int>(_destroyed.size()); }
-
   QAVApplication(const QAVApplication&) = delete;
   QAVApplication& operator=(const QAVApplication&) = delete;
   ~QAVApplication() override;
@@ -60,6 +46,18 @@ class QAVHOST_API QAVApplication : public QAVEventSubscriber {
  private:
   QAVApplication();
   friend class QAVCommand;
+  friend class QAVHostDriver;
+  // One pass of the loop: first the delayed destructions requested so far
+  // (including those that destructors request while this runs), then one call of
+  // every idle subscriber (those added meanwhile wait for the next pass, those
+  // removed are skipped). Returns the number of destructions and idle calls.
+  int ProcessPendingWork();
+
+  // Inspection by the driver.
+  int GetCommandCount() const { return static_cast<int>(_commands.size()); }  // alive
+  QAVCommand* FindCommand(const char* name) const;  // first alive command of that name
+  int GetPendingDestructionCount() const { return static_cast<int>(_pending.size()); }
+
   void CommandCreated(QAVCommand* command);
   void CommandDestroyed(QAVCommand* command);
   void DestructionRequested(QAVCommand* command);
@@ -77,7 +75,6 @@ class QAVHOST_API QAVApplication : public QAVEventSubscriber {
   std::vector<QAVCommand*> _commands;
   std::vector<QAVCommand*> _pending;
   std::vector<IdleSubscription> _idle;
-  std::vector<std::string> _destroyed;
   unsigned long _nextSubscription = 1;
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "QAVCommand.h"
+#include "QAVHostJournal.h"
 #include "QAVProcessState.h"
 
 QAV_IMPLEMENT_CLASS(QAVApplication, QAVEventSubscriber, "System");
@@ -46,7 +47,7 @@ void QAVApplication::CommandDestroyed(QAVCommand* command) {
   _commands.erase(known);
   std::erase(_pending, command);
   std::erase_if(_idle, [command](const IdleSubscription& s) { return s.command == command; });
-  _destroyed.emplace_back(command->GetName().str());
+  qavjournal::Record({"command-destroyed", command->GetName().str(), {}, command});
 }
 
 void QAVApplication::DestructionRequested(QAVCommand* command) {

@@ -1,0 +1,70 @@
+// The driver of the substitute host: what only the substitute has, apart from the
+// host's API, for the tests and the program that play the host's part.
+//
+// - The session. A driver's life is one session of the host: it starts with the
+//   host and its modules as a newly started process finds them and ends by
+//   forgetting every state they built (singletons, caches, repositories loaded,
+//   values read at load; files on disk stay). Restart does both at once, as a
+//   new process would see the same files. One driver exists at a time.
+// - The journal. While recording, what the host dispatched and showed is kept
+//   in order: events sent through callback managers ("dispatch"), pointer checks
+//   ("pointer-check"), commands destroyed ("command-destroyed").
+// - Simulated input. Idle runs one pass of the host's loop (delayed
+//   destructions, then idle subscribers).
+// - Switches that make a host service fail, to test what callers do then.
+#ifndef QAVHostDriver_h
+#define QAVHostDriver_h
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "QAVAtomicFile.h"
+#include "QAVHostDriverExport.h"
+#include "QAVHostJournal.h"
+
+class QAVCommand;
+class QAVSysPreferenceRepository;
+
+class QAVHOSTDRIVER_API QAVHostDriver {
+ public:
+  QAVHostDriver();
+  ~QAVHostDriver();
+  QAVHostDriver(const QAVHostDriver&) = delete;
+  QAVHostDriver& operator=(const QAVHostDriver&) = delete;
+
+  // The driver of the session under way, or null.
+  static QAVHostDriver* Current();
+
+  // Forgets every state of the host and its modules, as a new process would
+  // start; the journal and the switches are kept.
+  void Restart();
+
+  // The journal.
+  void StartRecording();  // empties the journal
+  void StopRecording();   // keeps what was recorded
+  bool IsRecording() const;
+  std::vector<QAVJournalEntry> GetJournal() const;
+  std::vector<QAVJournalEntry> GetJournal(std::string_view kind) const;
+  void ClearJournal();
+
+  // Simulated input: one pass of the host's loop. Returns the number of
+  // destructions and idle calls made.
+  int Idle();
+
+  // The host's loop as it stands.
+  int GetCommandCount() const;                      // commands alive
+  QAVCommand* FindCommand(const char* name) const;  // the first alive of that name
+  int GetPendingDestructionCount() const;
+
+  // Switches, each until turned off or the session ends.
+  // Every atomic file write fails at `stage` (Stage::None: none fails).
+  void FailAtomicWrites(QAVAtomicFile::Stage stage, std::size_t afterBytes = 0);
+  void FailMutexCreation(bool fail);
+  void FailPreferenceWrites(QAVSysPreferenceRepository* repository, bool fail);
+
+ private:
+  static void ResetSession();
+};
+
+#endif

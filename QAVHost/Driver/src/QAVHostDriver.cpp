@@ -1,0 +1,79 @@
+#include "QAVHostDriver.h"
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+
+#include "QAVApplication.h"
+#include "QAVAtomicFile.h"
+#include "QAVMutex.h"
+#include "QAVProcessState.h"
+#include "QAVSysPreferenceRepository.h"
+
+namespace {
+std::atomic<QAVHostDriver*> current{nullptr};
+}  // namespace
+
+QAVHostDriver::QAVHostDriver() {
+  QAVHostDriver* expected = nullptr;
+  if (!current.compare_exchange_strong(expected, this)) {
+    (void)std::fprintf(stderr, "qavhost: a second host driver while one is alive\n");
+    std::abort();
+  }
+  ResetSession();
+}
+
+QAVHostDriver::~QAVHostDriver() {
+  ResetSession();
+  qavjournal::SetRecording(false);
+  qavjournal::Clear();
+  current = nullptr;
+}
+
+QAVHostDriver* QAVHostDriver::Current() { return current; }
+
+void QAVHostDriver::ResetSession() {
+  QAVProcessState::ResetAll();
+  QAVAtomicFile::SimulateFailure(QAVAtomicFile::Stage::None, 0);
+  QAVMutex::SetCreationFails(false);
+}
+
+void QAVHostDriver::Restart() { QAVProcessState::ResetAll(); }
+
+void QAVHostDriver::StartRecording() { qavjournal::SetRecording(true); }
+void QAVHostDriver::StopRecording() { qavjournal::SetRecording(false); }
+bool QAVHostDriver::IsRecording() const { return qavjournal::Recording(); }
+std::vector<QAVJournalEntry> QAVHostDriver::GetJournal() const { return qavjournal::Entries(); }
+
+std::vector<QAVJournalEntry> QAVHostDriver::GetJournal(std::string_view kind) const {
+  std::vector<QAVJournalEntry> entries;
+  for (QAVJournalEntry& entry : qavjournal::Entries())
+    if (entry.kind == kind) entries.push_back(std::move(entry));
+  return entries;
+}
+
+void QAVHostDriver::ClearJournal() { qavjournal::Clear(); }
+
+int QAVHostDriver::Idle() { return QAVApplication::MainApplication()->ProcessPendingWork(); }
+
+int QAVHostDriver::GetCommandCount() const {
+  return QAVApplication::MainApplication()->GetCommandCount();
+}
+
+QAVCommand* QAVHostDriver::FindCommand(const char* name) const {
+  return QAVApplication::MainApplication()->FindCommand(name);
+}
+
+int QAVHostDriver::GetPendingDestructionCount() const {
+  return QAVApplication::MainApplication()->GetPendingDestructionCount();
+}
+
+void QAVHostDriver::FailAtomicWrites(QAVAtomicFile::Stage stage, std::size_t afterBytes) {
+  QAVAtomicFile::SimulateFailure(stage, afterBytes);
+}
+
+void QAVHostDriver::FailMutexCreation(bool fail) { QAVMutex::SetCreationFails(fail); }
+
+void QAVHostDriver::FailPreferenceWrites(QAVSysPreferenceRepository* repository, bool fail) {
+  if (repository) repository->SimulateWriteFailure(fail);
+}
