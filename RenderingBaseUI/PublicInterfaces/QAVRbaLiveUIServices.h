@@ -8,8 +8,11 @@
 #ifndef QAVRbaLiveUIServices_h
 #define QAVRbaLiveUIServices_h
 
+#include "QAVISpecObject.h"
 #include "QAVRbaUIExport.h"
+#include "QAVString.h"
 #include "QAVTypes.h"
+#include "QAVUnicodeString.h"
 
 class QAVRBAUI_API QAVRbaLiveUIServices {
  public:
@@ -18,6 +21,55 @@ class QAVRBAUI_API QAVRbaLiveUIServices {
   // kept, and nothing is saved. S_OK when at least one repository exists, E_FAIL
   // when none does. May be called any number of times.
   static HRESULT InitSettings();
+
+  // Ambiences: presets resolved to environment images.
+  //
+  // The studio presets ("PureWhite", "WhiteMirror", "WhiteReview", "DarkMirror",
+  // "DarkReview", "WhiteDesign", "BlueDesign", "DarkDesign", "Outdoor", "Studio",
+  // "Indoor", "Road", "City"; exact, case-sensitive names) have an image of the
+  // shipped studio folder, found in the graphic resource directories of
+  // "QAVGraphicPath" (from the first entry up to, but not including, the last:
+  // a list of one directory is not searched). "None" and unknown names get the
+  // default image; "Custom" is the user's own image, the setting "DomeImage" of
+  // "RenderingLiveSettings". Paths are joined with "/". No operation fails:
+  // missing settings, files or directories give empty outputs with S_OK.
+  //
+  // The behaviour has three generations (levels 2, the current one, 1 and 0).
+  // The level is 2, except while the host's session recorder replays a session
+  // that recorded another under "AMBST_Ver_RetrieveAmb"; while it captures, the
+  // level used is recorded under that key.
+  //
+  // Clears both outputs; for an empty preset returns at once. A studio preset
+  // gives the image's base name and, when the studio folder search gave a
+  // folder, folder/name.hdr. "Custom" gives no name and the stored "DomeImage"
+  // when it is empty or exists; else the file of that name is looked for in
+  // each searched directory D, as D/name then D/AmbienceStudio/ambiences/name,
+  // then in the system setting "AmbiencePath"; empty when not found.
+  static HRESULT RetrieveAssociatedAmbience(QAVString preset, QAVString& o_imageName,
+                                            QAVString& o_imagePath);
+  // Names a snapshot of the ambience: "NewVisu_Shot_<n><preset>" where n counts
+  // the calls of both shooter operations (from 1, empty presets included), in
+  // the studio folder with the extension ".dds" (".hdr" for the HDR one).
+  static HRESULT RetrieveAssociatedAmbienceForShooter(QAVString preset, QAVString& o_imageName,
+                                                      QAVString& o_imagePath);
+  static HRESULT RetrieveAssociatedAmbienceForShooterHDR(QAVString preset, QAVString& o_imageName,
+                                                         QAVString& o_imagePath);
+  // The studio folder D/AmbienceStudio/ambiences of the first searched directory
+  // D holding its thumbnail "Ambience_default_HQ.png". The folder is assigned
+  // before the thumbnail is tested, so when no directory holds it the result is
+  // the folder of the last directory searched; empty when none is searched.
+  // Without "QAVGraphicPath" the argument is left untouched. Always S_OK.
+  static HRESULT RetrieveAssociatedDefaultFilePath(QAVString& o_folder);
+  // The member named `name` (the name shown to the user) of the container
+  // "QAVRamAmbienceContainer" of the product active in the user interface, with
+  // a reference for the caller; null for an empty name, no active product or no
+  // such member.
+  static QAVISpecObject* RetrieveCurrentModelAmbience(QAVUnicodeString name);
+  // The storage folder of image-based-lighting maps: "<temp>/.ibl", created when
+  // missing (an existing one is fine), where <temp> is "QAVTemp" as read at load
+  // or else the host's temporary directory. Empty when there is no temporary
+  // directory or the folder cannot be created.
+  static QAVUnicodeString GetIBLMapStoragePath();
 
   QAVRbaLiveUIServices() = delete;
 };

@@ -11,11 +11,14 @@
 //   ("pointer-check"), commands destroyed ("command-destroyed").
 // - Simulated input. Idle runs one pass of the host's loop (delayed
 //   destructions, then idle subscribers).
+// - The session recorder: capturing or replaying a recorded session.
 // - Switches that make a host service fail, to test what callers do then.
 #ifndef QAVHostDriver_h
 #define QAVHostDriver_h
 
 #include <cstddef>
+#include <map>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -56,6 +59,12 @@ class QAVHOSTDRIVER_API QAVHostDriver {
   int GetCommandCount() const;                      // commands alive
   QAVCommand* FindCommand(const char* name) const;  // the first alive of that name
   int GetPendingDestructionCount() const;
+
+  // The session recorder (created by the first of these calls).
+  void CaptureSession();  // starts capturing an empty session
+  void ReplaySession(const std::map<std::string, int>& values);
+  void StopSession();  // off; the recorder stays
+  std::map<std::string, int> GetSessionValues() const;
 
   // Switches, each until turned off or the session ends.
   // Every atomic file write fails at `stage` (Stage::None: none fails).

@@ -8,6 +8,7 @@
 #include "QAVAtomicFile.h"
 #include "QAVMutex.h"
 #include "QAVProcessState.h"
+#include "QAVSessionRecorder.h"
 #include "QAVSysPreferenceRepository.h"
 
 namespace {
@@ -76,4 +77,25 @@ void QAVHostDriver::FailMutexCreation(bool fail) { QAVMutex::SetCreationFails(fa
 
 void QAVHostDriver::FailPreferenceWrites(QAVSysPreferenceRepository* repository, bool fail) {
   if (repository) repository->SimulateWriteFailure(fail);
+}
+
+void QAVHostDriver::CaptureSession() {
+  QAVSessionRecorder* recorder = QAVSessionRecorder::Create();
+  recorder->_values.clear();
+  recorder->_mode = QAVSessionRecorder::Mode::Capturing;
+}
+
+void QAVHostDriver::ReplaySession(const std::map<std::string, int>& values) {
+  QAVSessionRecorder* recorder = QAVSessionRecorder::Create();
+  recorder->_values = values;
+  recorder->_mode = QAVSessionRecorder::Mode::Replaying;
+}
+
+void QAVHostDriver::StopSession() {
+  QAVSessionRecorder::Create()->_mode = QAVSessionRecorder::Mode::Off;
+}
+
+std::map<std::string, int> QAVHostDriver::GetSessionValues() const {
+  const QAVSessionRecorder* recorder = QAVSessionRecorder::GetRecorder();
+  return recorder ? recorder->_values : std::map<std::string, int>();
 }

@@ -64,6 +64,12 @@ QAVHOST_API int _QAVFileAccess(const QAVUnicodeString& path, int mode, int flags
 // a file of that name is in the way).
 QAVHOST_API HRESULT QAVMkdir(const QAVUnicodeString& path);
 
+// Splits a path at its last separator (a slash or a backslash): `folder` is what comes
+// before it (without it) and `name` what follows. A path without a separator is
+// all name, with an empty folder; "/name" has the folder "".
+QAVHOST_API void QAVSplitPath(const QAVUnicodeString& path, QAVUnicodeString& folder,
+                              QAVUnicodeString& name);
+
 // The temporary directory: $TMPDIR when set and not empty, "/tmp" otherwise,
 // without a trailing "/".
 QAVHOST_API QAVUnicodeString QAVGetTempDirectory();

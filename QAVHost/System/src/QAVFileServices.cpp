@@ -117,3 +117,15 @@ void QAVSplitPathList(const char* list, QAVListValQAVUnicodeString& paths) {
     start = end + 1;
   }
 }
+
+void QAVSplitPath(const QAVUnicodeString& path, QAVUnicodeString& folder, QAVUnicodeString& name) {
+  const std::string& text = path.str();
+  const std::size_t cut = text.find_last_of("/\\");
+  if (cut == std::string::npos) {
+    folder = QAVUnicodeString();
+    name = path;
+    return;
+  }
+  folder = QAVUnicodeString(text.substr(0, cut));
+  name = QAVUnicodeString(text.substr(cut + 1));
+}

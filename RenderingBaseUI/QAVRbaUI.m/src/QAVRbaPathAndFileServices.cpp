@@ -4,44 +4,16 @@
 #include <new>
 
 #include "QAVFileServices.h"
-#include "QAVRbaEnvironment.h"
+#include "QAVRbaGraphicPath.h"
 #include "QAVRbaImageServices.h"
 #include "QAVRbaRenderingSettings.h"
 #include "QAVString.h"
-#include "QAVSysSettingRepository.h"
 
 namespace {
 
-constexpr const char* kSeparator = "/";
-
-bool Exists(const QAVUnicodeString& path) { return _QAVFileAccess(path, 0, 0) == 0; }
-
-// The graphic directories the searches walk, from the first entry of the list up
-// to but not including the last.
-QAVListValQAVUnicodeString SearchedGraphicDirectories() {
-  QAVListValQAVUnicodeString all;
-  QAVListValQAVUnicodeString searched;
-  const char* graphicPath = QAVRbaEnvironment::GraphicPath();
-  if (!graphicPath) return searched;
-  QAVRbaImageServices::ExtractPathList(graphicPath, all);
-  for (int position = 1; position < all.Size(); ++position)
-    searched.Append(all[position]);
-  return searched;
-}
-
-// The fallback directory stored under `key` in the live rendering settings, or
-// empty when the repository or the value is missing.
-QAVUnicodeString LiveSettingsDirectory(const char* key) {
-  QAVUnicodeString directory;
-  QAVSysSettingRepository* settings =
-      QAVSysSettingRepository::GetSettingRepository(QAVRbaRenderingSettings::kLiveRepository);
-  if (settings) settings->ReadAttribute(key, directory);
-  return directory;
-}
-
-QAVUnicodeString Join(const QAVUnicodeString& directory, const QAVUnicodeString& name) {
-  return directory + kSeparator + name;
-}
+using qavrba::Exists;
+using qavrba::Join;
+using qavrba::SearchedGraphicDirectories;
 
 // Sets `found` to the first candidate that exists; false when none does.
 bool TakeFirstExisting(std::initializer_list<QAVUnicodeString> candidates,
@@ -119,7 +91,8 @@ void QAVRbaPathAndFileServices::RetreiveBackplatePath(const QAVUnicodeString& fi
       return;
   }
 
-  const QAVUnicodeString fallback = LiveSettingsDirectory(QAVRbaRenderingSettings::kBackplatePath);
+  const QAVUnicodeString fallback =
+      qavrba::LiveSystemSetting(QAVRbaRenderingSettings::kBackplatePath);
   if (fallback.IsEmpty()) return;
   // Only the lower-case form is looked for in the fallback directory, unlike in
   // the graphic directories: a file stored there with an upper-case extension is
@@ -136,7 +109,8 @@ void QAVRbaPathAndFileServices::RetreiveTexturePath(const QAVUnicodeString& file
       return;
   }
 
-  const QAVUnicodeString fallback = LiveSettingsDirectory(QAVRbaRenderingSettings::kAmbiencePath);
+  const QAVUnicodeString fallback =
+      qavrba::LiveSystemSetting(QAVRbaRenderingSettings::kAmbiencePath);
   if (fallback.IsEmpty()) return;
   TakeFirstExisting({Join(fallback, fileName)}, foundPath);
 }
