@@ -1,0 +1,5 @@
+#include "QAVVirtualNavigation.h"
+
+QAV_IMPLEMENT_CLASS(QAVVirtualNavigation, QAVBaseUnknown, "Visualization");
+
+QAVVirtualNavigation::~QAVVirtualNavigation() = default;
