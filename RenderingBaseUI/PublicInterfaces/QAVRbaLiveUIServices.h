@@ -9,6 +9,7 @@
 #define QAVRbaLiveUIServices_h
 
 #include "QAVISpecObject.h"
+#include "QAVMathPoint.h"
 #include "QAVRbaUIExport.h"
 #include "QAVString.h"
 #include "QAVTypes.h"
@@ -70,6 +71,24 @@ class QAVRBAUI_API QAVRbaLiveUIServices {
   // or else the host's temporary directory. Empty when there is no temporary
   // directory or the folder cannot be created.
   static QAVUnicodeString GetIBLMapStoragePath();
+
+  // Depth of field.
+  //
+  // The bokeh texture of an f-number: the first row of the table whose
+  // threshold the aperture is strictly above (the thresholds are the
+  // single-precision values 54.5, 38.5, 27, 19, 13.5, 9.5, 6.8, 4.8, 3.4, 2.4,
+  // 1.7, 1.2 of the aperture ladder, so an aperture on the ladder takes the row
+  // of the next smaller one), found as D/dof/<image> in the searched graphic
+  // directories. Clears the output; E_FAIL for an aperture that is 0, negative
+  // or not a number, without "QAVGraphicPath" or when no directory holds it.
+  static HRESULT RetrieveAssociatedBokehImage(float aperture, QAVString& o_imagePath);
+  // The focus circle over the 3D view of the current window, in pixels of its
+  // graphic area (W by H): centre (W/2, H/2); offset the height of the area that
+  // is not usable (0 without a visualisation viewer); radius 3/4 of the half of
+  // the smaller dimension, less the offset only when the view is landscape
+  // (H < W). E_FAIL, with only the offset set (to 0), without a current layout,
+  // window or viewer.
+  static HRESULT ComputeVoodooCircle(QAVMathPoint2Df& o_center, float& o_radius, float& o_offset);
 
   QAVRbaLiveUIServices() = delete;
 };

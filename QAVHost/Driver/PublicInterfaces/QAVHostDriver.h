@@ -10,7 +10,7 @@
 //   in order: events sent through callback managers ("dispatch"), pointer checks
 //   ("pointer-check"), commands destroyed ("command-destroyed").
 // - Simulated input. Idle runs one pass of the host's loop (delayed
-//   destructions, then idle subscribers).
+//   destructions, then idle subscribers); Resize resizes a viewer's window.
 // - The session recorder: capturing or replaying a recorded session.
 // - Switches that make a host service fail, to test what callers do then.
 #ifndef QAVHostDriver_h
@@ -27,6 +27,7 @@
 #include "QAVHostJournal.h"
 
 class QAVCommand;
+class QAVViewer;
 class QAVSysPreferenceRepository;
 
 class QAVHOSTDRIVER_API QAVHostDriver {
@@ -54,6 +55,9 @@ class QAVHOSTDRIVER_API QAVHostDriver {
   // Simulated input: one pass of the host's loop. Returns the number of
   // destructions and idle calls made.
   int Idle();
+  // Simulated input: the user resizes the graphic window of a viewer (which
+  // announces it). Null is ignored.
+  void Resize(QAVViewer* viewer, float width, float height);
 
   // The host's loop as it stands.
   int GetCommandCount() const;                      // commands alive

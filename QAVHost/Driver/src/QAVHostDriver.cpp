@@ -6,10 +6,12 @@
 
 #include "QAVApplication.h"
 #include "QAVAtomicFile.h"
+#include "QAVGraphicWindow.h"
 #include "QAVMutex.h"
 #include "QAVProcessState.h"
 #include "QAVSessionRecorder.h"
 #include "QAVSysPreferenceRepository.h"
+#include "QAVViewer.h"
 
 namespace {
 std::atomic<QAVHostDriver*> current{nullptr};
@@ -56,6 +58,10 @@ std::vector<QAVJournalEntry> QAVHostDriver::GetJournal(std::string_view kind) co
 void QAVHostDriver::ClearJournal() { qavjournal::Clear(); }
 
 int QAVHostDriver::Idle() { return QAVApplication::MainApplication()->ProcessPendingWork(); }
+
+void QAVHostDriver::Resize(QAVViewer* viewer, float width, float height) {
+  if (viewer) viewer->GetSupport()->Resize(width, height);
+}
 
 int QAVHostDriver::GetCommandCount() const {
   return QAVApplication::MainApplication()->GetCommandCount();

@@ -2,6 +2,7 @@
 #ifndef QAV3DViewer_h
 #define QAV3DViewer_h
 
+#include "QAV3DViewpoint.h"
 #include "QAVViewer.h"
 #include "QAVVizViewer.h"
 
@@ -17,9 +18,12 @@ class QAVHOST_API QAV3DViewer : public QAVViewer {
   void SetVizViewer(QAVVizViewer* vizViewer);
   // The background root name of the viz viewer, empty without one.
   QAVString GetInfiniteEnvironmentRootName() const;
+  // The main 3D viewpoint, from which the scene is seen (never null).
+  QAV3DViewpoint* GetMain3DViewpoint() const { return _mainViewpoint.get(); }
 
  private:
   QAVRef<QAVVizViewer> _vizViewer;
+  QAVRef<QAV3DViewpoint> _mainViewpoint;
 };
 
 #endif

@@ -9,6 +9,7 @@
 #include "QAVString.h"
 
 class QAVCallbackManager;
+class QAVGraphicWindow;
 class QAVFrmWindow;
 
 class QAVHOST_API QAVViewer : public QAVEventSubscriber {
@@ -25,11 +26,16 @@ class QAVHOST_API QAVViewer : public QAVEventSubscriber {
   // The window that shows this viewer (not owned), or null.
   QAVFrmWindow* GetFrmWindow() const { return _window; }
 
+  // The graphic window the viewer draws in (never null), and its size in pixels.
+  QAVGraphicWindow* GetSupport() const { return _support.get(); }
+  void GetGraphicSize(float& width, float& height) const;
+
  private:
   friend class QAVFrmWindow;
 
   QAVString _name;
   QAVRef<QAVCallbackManager> _callbacks;
+  QAVRef<QAVGraphicWindow> _support;
   QAVFrmWindow* _window = nullptr;
 };
 

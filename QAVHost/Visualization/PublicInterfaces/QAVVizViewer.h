@@ -26,8 +26,17 @@ class QAVHOST_API QAVVizViewer : public QAVViewer {
   // name is the same, as the host does for every new background.
   void SetInfiniteEnvironmentRootName(const QAVString& name);
 
+  // The part of the graphic area that a picture can use, in pixels (an overlay
+  // band may take the rest). Leaves the arguments as they are while no usable
+  // area was set: the whole area is usable.
+  void GetUsableArea(float& width, float& height) const;
+  void SetUsableArea(float width, float height);
+
  private:
   QAVString _environmentRoot;
+  bool _hasUsableArea = false;
+  float _usableWidth = 0.0F;
+  float _usableHeight = 0.0F;
 };
 
 #endif

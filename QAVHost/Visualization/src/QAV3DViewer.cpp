@@ -2,7 +2,8 @@
 
 QAV_IMPLEMENT_CLASS(QAV3DViewer, QAVViewer, "System");
 
-QAV3DViewer::QAV3DViewer(const char* name) : QAVViewer(name) {}
+QAV3DViewer::QAV3DViewer(const char* name)
+    : QAVViewer(name), _mainViewpoint(QAVMakeRef<QAV3DViewpoint>()) {}
 
 QAV3DViewer::~QAV3DViewer() = default;
 

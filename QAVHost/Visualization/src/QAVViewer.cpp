@@ -1,10 +1,17 @@
 #include "QAVViewer.h"
 
 #include "QAVCallbackManager.h"
+#include "QAVGraphicWindow.h"
 
 QAV_IMPLEMENT_CLASS(QAVViewer, QAVEventSubscriber, "System");
 
 QAVViewer::QAVViewer(const char* name)
-    : _name(name), _callbacks(QAVMakeRef<QAVCallbackManager>()) {}
+    : _name(name),
+      _callbacks(QAVMakeRef<QAVCallbackManager>()),
+      _support(QAVMakeRef<QAVGraphicWindow>()) {}
 
 QAVViewer::~QAVViewer() = default;
+
+void QAVViewer::GetGraphicSize(float& width, float& height) const {
+  _support->GetSize(width, height);
+}

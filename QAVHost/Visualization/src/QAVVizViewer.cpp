@@ -20,3 +20,15 @@ void QAVVizViewer::SetInfiniteEnvironmentRootName(const QAVString& name) {
   _environmentRoot = name;
   GetCallbackManager()->DispatchCallbacks(VIEWER_BACKGROUND_CHANGED(), nullptr, this);
 }
+
+void QAVVizViewer::GetUsableArea(float& width, float& height) const {
+  if (!_hasUsableArea) return;
+  width = _usableWidth;
+  height = _usableHeight;
+}
+
+void QAVVizViewer::SetUsableArea(float width, float height) {
+  _hasUsableArea = true;
+  _usableWidth = width;
+  _usableHeight = height;
+}

@@ -1,0 +1,78 @@
+// QAVRbaLiveUIServices: the bokeh texture of an aperture and the focus circle.
+#include <array>
+
+#include "QAV3DViewer.h"
+#include "QAVFrmLayout.h"
+#include "QAVFrmWindow.h"
+#include "QAVRbaGraphicPath.h"
+#include "QAVRbaLiveUIServices.h"
+#include "QAVVizViewer.h"
+
+namespace {
+
+struct BokehRow {
+  float above;  // a value of the aperture ladder
+  const char* image;
+};
+
+constexpr std::array<BokehRow, 13> kBokeh = {{
+    {54.5F, "Circle_5.dds"},
+    {38.5F, "Circle_5_10_progressive.dds"},
+    {27.0F, "Circle_5_15_progressive.dds"},
+    {19.0F, "Circle_5_20_progressive.dds"},
+    {13.5F, "Circle_10_20_progressive.dds"},
+    {9.5F, "Circle_10_25_progressive.dds"},
+    {6.8F, "Circle_15_25_progressive.dds"},
+    {4.8F, "Circle_20_30_progressive.dds"},
+    {3.4F, "Circle_25_40_progressive.dds"},
+    {2.4F, "Circle_35_50_progressive.dds"},
+    {1.7F, "Circle_45_60_progressive.dds"},
+    {1.2F, "Circle_60_80_progressive.dds"},
+    {0.0F, "Circle_80_100_progressive.dds"},
+}};
+
+}  // namespace
+
+HRESULT QAVRbaLiveUIServices::RetrieveAssociatedBokehImage(float aperture, QAVString& o_imagePath) {
+  o_imagePath = QAVString();
+  if (!(aperture > 0.0F)) return E_FAIL;  // 0, negative, not a number
+  const char* image = nullptr;
+  for (const BokehRow& row : kBokeh) {
+    if (aperture > row.above) {
+      image = row.image;
+      break;
+    }
+  }
+  if (!qavrba::HasGraphicPath()) return E_FAIL;
+  for (const QAVUnicodeString& directory : qavrba::SearchedGraphicDirectories()) {
+    const QAVUnicodeString candidate = qavrba::Join(qavrba::Join(directory, "dof"), image);
+    if (qavrba::Exists(candidate)) {
+      o_imagePath = candidate.ToString();
+      return S_OK;
+    }
+  }
+  return E_FAIL;
+}
+
+HRESULT QAVRbaLiveUIServices::ComputeVoodooCircle(QAVMathPoint2Df& o_center, float& o_radius,
+                                                  float& o_offset) {
+  o_offset = 0.0F;
+  QAVFrmLayout* layout = QAVFrmLayout::GetCurrentLayout();
+  QAVFrmWindow* window = layout ? layout->GetCurrentWindow() : nullptr;
+  QAVViewer* viewer = window ? window->GetViewer() : nullptr;
+  if (!viewer) return E_FAIL;
+  float width = 0.0F;
+  float height = 0.0F;
+  viewer->GetGraphicSize(width, height);
+  const auto* viewer3D = dynamic_cast<QAV3DViewer*>(viewer);
+  if (const QAVVizViewer* viz = viewer3D ? viewer3D->GetVizViewer() : nullptr) {
+    float usableWidth = width;
+    float usableHeight = height;
+    viz->GetUsableArea(usableWidth, usableHeight);
+    o_offset = height - usableHeight;
+  }
+  // Only in landscape views is the unusable band taken off.
+  o_radius = height < width ? (height / 2 - o_offset) * 0.75F : (width / 2) * 0.75F;
+  o_center = {width / 2, height / 2};
+  return S_OK;
+}
