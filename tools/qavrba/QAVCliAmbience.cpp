@@ -13,10 +13,11 @@ namespace {
 
 // Why a resolved path may be empty, said once.
 void NoteEmptyPath() {
-  std::fprintf(stderr,
-               "qavrba: note: no studio folder: QAVGraphicPath is %s; its last entry is never "
-               "searched, so it needs at least two\n",
-               QAVRbaEnvironment::GraphicPath() ? "searched without a studio folder" : "not set");
+  (void)std::fprintf(
+      stderr,
+      "qavrba: note: no studio folder: QAVGraphicPath is %s; its last entry is never "
+      "searched, so it needs at least two\n",
+      QAVRbaEnvironment::GraphicPath() ? "searched without a studio folder" : "not set");
 }
 
 int Resolve(const std::vector<std::string>& presets) {
