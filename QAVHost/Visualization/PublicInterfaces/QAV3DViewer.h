@@ -2,9 +2,16 @@
 #ifndef QAV3DViewer_h
 #define QAV3DViewer_h
 
+#include <memory>
+#include <vector>
+
+#include "QAV3DRep.h"
 #include "QAV3DViewpoint.h"
+#include "QAVPickPath.h"
 #include "QAVViewer.h"
 #include "QAVVizViewer.h"
+
+class QAVRayCaster;
 
 class QAVHOST_API QAV3DViewer : public QAVViewer {
   QAV_DECLARE_CLASS
@@ -21,9 +28,30 @@ class QAVHOST_API QAV3DViewer : public QAVViewer {
   // The main 3D viewpoint, from which the scene is seen (never null).
   QAV3DViewpoint* GetMain3DViewpoint() const { return _mainViewpoint.get(); }
 
+  // The scene shown: the root bag of its representations (borrowed), or null.
+  QAV3DBagRep* GetSceneRoot() const { return _root.get(); }
+  // Shows a scene (a reference is held; null shows none). After changing the
+  // representations of the scene shown, call SceneChanged.
+  void SetSceneRoot(QAV3DBagRep* root);
+  void SceneChanged();
+
+  // Casts the rays of the box's pixels from the main viewpoint through the
+  // scene's triangles; the box is centred on (x, y), so a 1 x 1 box casts the
+  // ray through that very point.
+  HRESULT Pick(int x, int y, int boxWidth, int boxHeight, int style,
+               std::vector<QAVRef<QAVPickPath>>& paths) override;
+  // The ray of a point of the graphic area (in pixels from its top left), from
+  // the eye of the main viewpoint, with a unit direction.
+  void GetRay(double x, double y, QAVMathPoint& origin, QAVMathVector& direction) const;
+
  private:
   QAVRef<QAVVizViewer> _vizViewer;
   QAVRef<QAV3DViewpoint> _mainViewpoint;
+  QAVRef<QAV3DBagRep> _root;
+  // The ray caster over the scene, made on the first pick after a change.
+  mutable std::unique_ptr<QAVRayCaster> _caster;
+  friend class QAVViewRenderer;
+  const QAVRayCaster* Caster() const;
 };
 
 #endif

@@ -4,12 +4,15 @@
 #ifndef QAVViewer_h
 #define QAVViewer_h
 
+#include <vector>
+
 #include "QAVEventSubscriber.h"
 #include "QAVRef.h"
 #include "QAVString.h"
 
 class QAVCallbackManager;
 class QAVGraphicWindow;
+class QAVPickPath;
 class QAVFrmWindow;
 
 class QAVHOST_API QAVViewer : public QAVEventSubscriber {
@@ -29,6 +32,14 @@ class QAVHOST_API QAVViewer : public QAVEventSubscriber {
   // The graphic window the viewer draws in (never null), and its size in pixels.
   QAVGraphicWindow* GetSupport() const { return _support.get(); }
   void GetGraphicSize(float& width, float& height) const;
+
+  // Picks at the pixel (x, y) of the graphic area (from its top left corner)
+  // with a box of boxWidth by boxHeight pixels around it: `paths` receives every
+  // pick path met, nearest first (it is emptied first). `style` is the host's
+  // picking style (the first, 0, is the only one). E_FAIL for a viewer without
+  // a scene or an empty box; S_OK, possibly with no path, otherwise.
+  virtual HRESULT Pick(int x, int y, int boxWidth, int boxHeight, int style,
+                       std::vector<QAVRef<QAVPickPath>>& paths);
 
  private:
   friend class QAVFrmWindow;

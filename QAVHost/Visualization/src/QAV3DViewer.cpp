@@ -1,5 +1,24 @@
 #include "QAV3DViewer.h"
 
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "QAVRayCaster.h"
+
+namespace {
+
+QAVMathVector Unit(const QAVMathVector& v) {
+  const double length = std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z);
+  return length > 0 ? QAVMathVector{v.x / length, v.y / length, v.z / length} : v;
+}
+
+QAVMathVector Cross(const QAVMathVector& a, const QAVMathVector& b) {
+  return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+}  // namespace
+
 QAV_IMPLEMENT_CLASS(QAV3DViewer, QAVViewer, "System");
 
 QAV3DViewer::QAV3DViewer(const char* name)
@@ -11,4 +30,77 @@ void QAV3DViewer::SetVizViewer(QAVVizViewer* vizViewer) { _vizViewer = QAVRef(vi
 
 QAVString QAV3DViewer::GetInfiniteEnvironmentRootName() const {
   return _vizViewer ? _vizViewer->GetInfiniteEnvironmentRootName() : QAVString();
+}
+
+void QAV3DViewer::SetSceneRoot(QAV3DBagRep* root) {
+  _root = QAVRef<QAV3DBagRep>(root);
+  _caster.reset();
+}
+
+void QAV3DViewer::SceneChanged() { _caster.reset(); }
+
+const QAVRayCaster* QAV3DViewer::Caster() const {
+  if (!_caster) _caster = std::make_unique<QAVRayCaster>(_root.get());
+  return _caster.get();
+}
+
+void QAV3DViewer::GetRay(double x, double y, QAVMathPoint& origin, QAVMathVector& direction) const {
+  float width = 0.0F;
+  float height = 0.0F;
+  GetGraphicSize(width, height);
+  const QAV3DViewpoint& view = *_mainViewpoint;
+  origin = view.GetOrigin();
+  const QAVMathVector forward = Unit(view.GetTarget() - origin);
+  const QAVMathVector right = Unit(Cross(forward, view.GetUpDirection()));
+  const QAVMathVector up = Cross(right, forward);
+  const double halfHeight = std::tan(view.GetFieldOfView() * std::numbers::pi / 360.0);
+  const double aspect = height > 0 ? static_cast<double>(width) / height : 1.0;
+  const double u = (width > 0 ? 2.0 * x / width - 1.0 : 0.0) * halfHeight * aspect;
+  const double v = (height > 0 ? 1.0 - 2.0 * y / height : 0.0) * halfHeight;
+  direction = Unit({forward.x + u * right.x + v * up.x, forward.y + u * right.y + v * up.y,
+                    forward.z + u * right.z + v * up.z});
+}
+
+HRESULT QAV3DViewer::Pick(int x, int y, int boxWidth, int boxHeight, int /*style*/,
+                          std::vector<QAVRef<QAVPickPath>>& paths) {
+  paths.clear();
+  if (!_root || boxWidth < 1 || boxHeight < 1) return E_FAIL;
+  const QAVRayCaster* caster = Caster();
+  // The nearest hit of each leaf over the box's rays, then nearest first.
+  std::vector<QAVRayCaster::Hit> best;
+  std::vector<QAVMathPoint> points;
+  std::vector<QAVRayCaster::Hit> hits;
+  for (int dy = 0; dy < boxHeight; ++dy) {
+    for (int dx = 0; dx < boxWidth; ++dx) {
+      QAVMathPoint origin;
+      QAVMathVector direction;
+      GetRay(x - (boxWidth - 1) / 2.0 + dx, y - (boxHeight - 1) / 2.0 + dy, origin, direction);
+      caster->CastAll(origin, direction, hits);
+      for (const QAVRayCaster::Hit& hit : hits) {
+        const QAVMathPoint point =
+            origin + QAVMathVector{direction.x * hit.distance, direction.y * hit.distance,
+                                   direction.z * hit.distance};
+        const auto known = std::find_if(best.begin(), best.end(),
+                                        [&hit](const auto& b) { return b.leaf == hit.leaf; });
+        if (known == best.end()) {
+          best.push_back(hit);
+          points.push_back(point);
+        } else if (hit.distance < known->distance) {
+          points[static_cast<std::size_t>(known - best.begin())] = point;
+          *known = hit;
+        }
+      }
+    }
+  }
+  std::vector<std::size_t> order(best.size());
+  for (std::size_t i = 0; i < order.size(); ++i)
+    order[i] = i;
+  std::stable_sort(order.begin(), order.end(), [&best](std::size_t a, std::size_t b) {
+    return best[a].distance < best[b].distance;
+  });
+  for (const std::size_t i : order)
+    paths.push_back(QAVMakeRef<QAVPickPath>(caster->PathOf(best[i].leaf), _mainViewpoint.get(),
+                                            points[i], best[i].normal,
+                                            static_cast<int>(best[i].triangle), best[i].distance));
+  return S_OK;
 }

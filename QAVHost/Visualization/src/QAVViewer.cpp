@@ -2,6 +2,7 @@
 
 #include "QAVCallbackManager.h"
 #include "QAVGraphicWindow.h"
+#include "QAVPickPath.h"
 
 QAV_IMPLEMENT_CLASS(QAVViewer, QAVEventSubscriber, "System");
 
@@ -14,4 +15,10 @@ QAVViewer::~QAVViewer() = default;
 
 void QAVViewer::GetGraphicSize(float& width, float& height) const {
   _support->GetSize(width, height);
+}
+
+HRESULT QAVViewer::Pick(int /*x*/, int /*y*/, int /*boxWidth*/, int /*boxHeight*/, int /*style*/,
+                        std::vector<QAVRef<QAVPickPath>>& paths) {
+  paths.clear();
+  return E_FAIL;
 }

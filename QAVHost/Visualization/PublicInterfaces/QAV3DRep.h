@@ -1,0 +1,85 @@
+// The 3D representations of a scene: a tree whose inner nodes are bags
+// (QAV3DBagRep, each with an optional 4 x 4 matrix placing its children) and
+// whose leaves carry geometry (QAVSurfacicRep: triangles). Each representation
+// may stand for a model object (a part, a sticker container, a light...).
+#ifndef QAV3DRep_h
+#define QAV3DRep_h
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "QAV4x4Matrix.h"
+#include "QAVBaseUnknown.h"
+#include "QAVModelObject.h"
+#include "QAVRef.h"
+
+class QAV3DBagRep;
+
+class QAVHOST_API QAV3DRep : public QAVBaseUnknown {
+  QAV_DECLARE_CLASS
+ public:
+  QAV3DRep();
+  ~QAV3DRep() override;
+  QAV3DRep(const QAV3DRep&) = delete;
+  QAV3DRep& operator=(const QAV3DRep&) = delete;
+
+  // The model object represented (borrowed), or null.
+  QAVModelObject* GetModelObject() const { return _object.get(); }
+  void SetModelObject(QAVModelObject* object) { _object = QAVRef<QAVModelObject>(object); }
+  // The bag holding this representation (not owned), or null for a root.
+  QAV3DBagRep* GetFather() const { return _father; }
+
+ private:
+  friend class QAV3DBagRep;
+  QAVRef<QAVModelObject> _object;
+  QAV3DBagRep* _father = nullptr;
+};
+
+class QAVHOST_API QAV3DBagRep : public QAV3DRep {
+  QAV_DECLARE_CLASS
+ public:
+  QAV3DBagRep();
+  ~QAV3DBagRep() override;
+
+  // The matrix placing the children in the bag's space; null when none
+  // (the identity).
+  const QAV4x4Matrix* GetMatrix() const { return _matrix ? &*_matrix : nullptr; }
+  void SetMatrix(const QAV4x4Matrix& matrix) { _matrix = matrix; }
+
+  // Adds a child (a reference is held) that has no father yet; false otherwise.
+  bool AddChild(QAV3DRep* child);
+  int GetChildCount() const { return static_cast<int>(_children.size()); }
+  QAV3DRep* GetChild(int index) const;  // 0-based, borrowed; null out of range
+
+ private:
+  std::optional<QAV4x4Matrix> _matrix;
+  std::vector<QAVRef<QAV3DRep>> _children;
+};
+
+// A leaf of triangles: vertex positions and normals (x, y, z each, in the
+// space of the bag above) and triangles as three vertex indices each.
+class QAVHOST_API QAVSurfacicRep : public QAV3DRep {
+  QAV_DECLARE_CLASS
+ public:
+  QAVSurfacicRep();
+  ~QAVSurfacicRep() override;
+
+  // False, changing nothing, when the arrays do not fit (sizes not multiples of
+  // three, normals not one per vertex or absent, an index out of range, a
+  // coordinate that is not finite).
+  bool SetGeometry(std::vector<float> positions, std::vector<float> normals,
+                   std::vector<std::uint32_t> triangles);
+  const std::vector<float>& GetPositions() const { return _positions; }
+  const std::vector<float>& GetNormals() const { return _normals; }  // may be empty
+  const std::vector<std::uint32_t>& GetTriangles() const { return _triangles; }
+  int GetVertexCount() const { return static_cast<int>(_positions.size() / 3); }
+  int GetTriangleCount() const { return static_cast<int>(_triangles.size() / 3); }
+
+ private:
+  std::vector<float> _positions;
+  std::vector<float> _normals;
+  std::vector<std::uint32_t> _triangles;
+};
+
+#endif

@@ -1,0 +1,28 @@
+#include "QAVPickPath.h"
+
+#include <utility>
+
+QAV_IMPLEMENT_CLASS(QAVPickPath, QAVBaseUnknown, "Visualization");
+
+QAVPickPath::QAVPickPath(std::vector<QAVRef<QAV3DRep>> leafToRoot, QAV3DViewpoint* viewpoint,
+                         const QAVMathPoint& intersection, const QAVMathVector& normal,
+                         int subElement, double distance)
+    : _reps(std::move(leafToRoot)),
+      _viewpoint(viewpoint),
+      _intersection(intersection),
+      _normal(normal),
+      _subElement(subElement),
+      _distance(distance) {}
+
+QAVPickPath::~QAVPickPath() = default;
+
+QAV3DRep* QAVPickPath::GetRep(int index) const {
+  if (index < 0 || index >= GetRepCount()) return nullptr;
+  return _reps[static_cast<std::size_t>(index)].get();
+}
+
+bool QAVPickPath::NextFatherRep() {
+  if (_current + 1 >= GetRepCount()) return false;
+  ++_current;
+  return true;
+}

@@ -1,0 +1,127 @@
+#include "QAVRayCaster.h"
+
+#include <embree3/rtcore.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+
+namespace {
+
+// One kernel device for the process, made on first use.
+RTCDevice Device() {
+  static const RTCDevice device = [] {
+    RTCDevice made = rtcNewDevice("threads=1");
+    if (!made) (void)std::fprintf(stderr, "qavhost: the ray-tracing kernel cannot start\n");
+    return made;
+  }();
+  return device;
+}
+
+QAVMathVector Unit(const QAVMathVector& v) {
+  const double length = std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z);
+  return length > 0 ? QAVMathVector{v.x / length, v.y / length, v.z / length} : v;
+}
+
+}  // namespace
+
+struct QAVRayCaster::Kernel {
+  RTCScene scene = nullptr;
+};
+
+QAVRayCaster::QAVRayCaster(QAV3DBagRep* root) : _kernel(new Kernel) {
+  RTCDevice device = Device();
+  if (!device) return;
+  _kernel->scene = rtcNewScene(device);
+  rtcSetSceneBuildQuality(_kernel->scene, RTC_BUILD_QUALITY_HIGH);
+  if (root) {
+    std::vector<QAVRef<QAV3DRep>> path;
+    Flatten(root, QAV4x4Matrix(), path);
+  }
+  rtcCommitScene(_kernel->scene);
+}
+
+QAVRayCaster::~QAVRayCaster() {
+  if (_kernel->scene) rtcReleaseScene(_kernel->scene);
+  delete _kernel;
+}
+
+void QAVRayCaster::Flatten(QAV3DRep* rep, const QAV4x4Matrix& toGlobal,
+                           std::vector<QAVRef<QAV3DRep>>& path) {
+  path.emplace_back(rep);
+  if (auto* bag = dynamic_cast<QAV3DBagRep*>(rep)) {
+    const QAV4x4Matrix inner = bag->GetMatrix() ? toGlobal * *bag->GetMatrix() : toGlobal;
+    for (int i = 0; i < bag->GetChildCount(); ++i)
+      Flatten(bag->GetChild(i), inner, path);
+  } else if (auto* surface = dynamic_cast<QAVSurfacicRep*>(rep);
+             surface && surface->GetTriangleCount() > 0) {
+    RTCGeometry geometry = rtcNewGeometry(Device(), RTC_GEOMETRY_TYPE_TRIANGLE);
+    const std::vector<float>& positions = surface->GetPositions();
+    const std::size_t vertices = positions.size() / 3;
+    auto* vertex = static_cast<float*>(rtcSetNewGeometryBuffer(
+        geometry, RTC_BUFFER_TYPE_VERTEX, 0, RTC_FORMAT_FLOAT3, 3 * sizeof(float), vertices));
+    for (std::size_t v = 0; v < vertices; ++v) {
+      const QAVMathPoint p =
+          toGlobal * QAVMathPoint(positions[3 * v], positions[3 * v + 1], positions[3 * v + 2]);
+      vertex[3 * v] = static_cast<float>(p.x);
+      vertex[3 * v + 1] = static_cast<float>(p.y);
+      vertex[3 * v + 2] = static_cast<float>(p.z);
+    }
+    const std::vector<std::uint32_t>& triangles = surface->GetTriangles();
+    auto* index = static_cast<unsigned*>(
+        rtcSetNewGeometryBuffer(geometry, RTC_BUFFER_TYPE_INDEX, 0, RTC_FORMAT_UINT3,
+                                3 * sizeof(unsigned), triangles.size() / 3));
+    std::copy(triangles.begin(), triangles.end(), index);
+    rtcCommitGeometry(geometry);
+    const unsigned id = rtcAttachGeometry(_kernel->scene, geometry);
+    rtcReleaseGeometry(geometry);
+    if (_paths.size() <= id) _paths.resize(id + 1);
+    _paths[id].assign(path.rbegin(), path.rend());
+    _triangles += triangles.size() / 3;
+  }
+  path.pop_back();
+}
+
+bool QAVRayCaster::CastNearest(const QAVMathPoint& origin, const QAVMathVector& direction,
+                               double from, Hit& hit) const {
+  if (!_kernel->scene) return false;
+  const QAVMathVector d = Unit(direction);
+  RTCRayHit ray{};
+  ray.ray.org_x = static_cast<float>(origin.x);
+  ray.ray.org_y = static_cast<float>(origin.y);
+  ray.ray.org_z = static_cast<float>(origin.z);
+  ray.ray.dir_x = static_cast<float>(d.x);
+  ray.ray.dir_y = static_cast<float>(d.y);
+  ray.ray.dir_z = static_cast<float>(d.z);
+  ray.ray.tnear = static_cast<float>(from);
+  ray.ray.tfar = std::numeric_limits<float>::infinity();
+  ray.ray.mask = 0xFFFFFFFFU;
+  ray.hit.geomID = RTC_INVALID_GEOMETRY_ID;
+  RTCIntersectContext context;
+  rtcInitIntersectContext(&context);
+  rtcIntersect1(_kernel->scene, &context, &ray);
+  if (ray.hit.geomID == RTC_INVALID_GEOMETRY_ID) return false;
+  hit.leaf = ray.hit.geomID;
+  hit.triangle = ray.hit.primID;
+  hit.distance = ray.ray.tfar;
+  QAVMathVector normal = Unit({ray.hit.Ng_x, ray.hit.Ng_y, ray.hit.Ng_z});
+  if (normal.x * d.x + normal.y * d.y + normal.z * d.z > 0) normal = {-normal.x, -normal.y, -normal.z};
+  hit.normal = normal;
+  return true;
+}
+
+void QAVRayCaster::CastAll(const QAVMathPoint& origin, const QAVMathVector& direction,
+                           std::vector<Hit>& hits) const {
+  hits.clear();
+  Hit hit;
+  double from = 0.0;
+  // Each cast starts just beyond the previous hit; a leaf counts at its
+  // nearest hit only. The bound keeps a degenerate scene from looping long.
+  for (int casts = 0; casts < 4096 && CastNearest(origin, direction, from, hit); ++casts) {
+    const bool seen = std::any_of(hits.begin(), hits.end(),
+                                  [&hit](const Hit& h) { return h.leaf == hit.leaf; });
+    if (!seen) hits.push_back(hit);
+    from = hit.distance * (1.0 + 1e-6) + 1e-6;
+  }
+}

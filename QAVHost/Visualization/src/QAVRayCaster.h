@@ -1,0 +1,51 @@
+// Rays cast into the triangles of a scene, for picking and for drawing views.
+// The scene's leaves are flattened into the global space (their bags' matrices
+// applied) and handed to the ray-tracing kernel, which finds the hits.
+// Internal to the visualisation area.
+#ifndef QAVRayCaster_h
+#define QAVRayCaster_h
+
+#include <cstddef>
+#include <vector>
+
+#include "QAV3DRep.h"
+#include "QAVMathPoint.h"
+#include "QAVRef.h"
+
+class QAVRayCaster {
+ public:
+  struct Hit {
+    unsigned leaf = 0;      // index of the leaf, see PathOf
+    unsigned triangle = 0;  // in the leaf
+    double distance = 0.0;  // from the origin, along the unit direction
+    QAVMathVector normal;   // unit, facing the origin
+  };
+
+  // Takes the scene under `root` as it is now (null: an empty scene).
+  explicit QAVRayCaster(QAV3DBagRep* root);
+  ~QAVRayCaster();
+  QAVRayCaster(const QAVRayCaster&) = delete;
+  QAVRayCaster& operator=(const QAVRayCaster&) = delete;
+
+  // The nearest hit of every leaf the ray meets, nearest first. `direction`
+  // need not be a unit vector.
+  void CastAll(const QAVMathPoint& origin, const QAVMathVector& direction,
+               std::vector<Hit>& hits) const;
+  // The nearest hit at least `from` away; false when the ray meets nothing.
+  bool CastNearest(const QAVMathPoint& origin, const QAVMathVector& direction, double from,
+                   Hit& hit) const;
+
+  // The representations from a leaf up to the root.
+  const std::vector<QAVRef<QAV3DRep>>& PathOf(unsigned leaf) const { return _paths[leaf]; }
+  std::size_t GetTriangleCount() const { return _triangles; }
+
+ private:
+  struct Kernel;
+  void Flatten(QAV3DRep* rep, const QAV4x4Matrix& toGlobal, std::vector<QAVRef<QAV3DRep>>& path);
+
+  Kernel* _kernel;
+  std::vector<std::vector<QAVRef<QAV3DRep>>> _paths;
+  std::size_t _triangles = 0;
+};
+
+#endif
