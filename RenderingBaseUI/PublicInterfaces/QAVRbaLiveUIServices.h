@@ -15,6 +15,9 @@
 #include "QAVTypes.h"
 #include "QAVUnicodeString.h"
 
+class QAVSettingRepository;
+class QAVViewer;
+
 class QAVRBAUI_API QAVRbaLiveUIServices {
  public:
   // Opens the three repositories in the order live, batch, network and declares
@@ -89,6 +92,22 @@ class QAVRBAUI_API QAVRbaLiveUIServices {
   // (H < W). E_FAIL, with only the offset set (to 0), without a current layout,
   // window or viewer.
   static HRESULT ComputeVoodooCircle(QAVMathPoint2Df& o_center, float& o_radius, float& o_offset);
+  // The focus distance of the camera whose settings are in `repository`, by
+  // its integer setting "Autofocus" (1 when missing):
+  // - 0: the float setting "FocalDistance" (o_focalDistance kept when missing);
+  // - 1: autofocus: the distance from the eye of the viewer's main 3D viewpoint
+  //   to the nearest thing at the centre pixel of its graphic area, picked with
+  //   a 1 x 1 box. Paths that meet an object of class "ZRMRootOccurrence",
+  //   "QAVStkStickerContainer", "QAVCameraContainer", "QAVRscLightContainer",
+  //   "QAVRscEnvironmentContainer" or "QAVISO" are ignored (stickers, cameras,
+  //   lights, environments never take the focus), as are paths with no model
+  //   object or seen from another viewpoint; E_FAIL when no path is left;
+  // - 2: the distance from the eye to the point ("FocalPointX", "FocalPointY",
+  //   "FocalPointZ", each 0 when missing).
+  // E_FAIL, o_focalDistance unchanged, for a null viewer or repository, another
+  // mode, or a viewer without a main 3D viewpoint in modes 1 and 2.
+  static HRESULT SetFocusOnViewpoint(QAVViewer* viewer, QAVSettingRepository* repository,
+                                     float& o_focalDistance);
 
   QAVRbaLiveUIServices() = delete;
 };

@@ -10,7 +10,10 @@
 #include "QAV3DViewer.h"
 #include "QAVFrmLayout.h"
 #include "QAVFrmWindow.h"
+#include "QAVModelObject.h"
 #include "QAVRbaLiveUIServices.h"
+#include "QAVSettingRepository.h"
+#include "QAVTestScenes.h"
 #include "QAVTestSupport.h"
 #include "QAVVizViewer.h"
 
@@ -134,6 +137,91 @@ TEST_F(DepthOfFieldTest, FocusCircleOverTheView) {
   viz->SetUsableArea(1000, 900);
   ASSERT_EQ(QAVRbaLiveUIServices::ComputeVoodooCircle(center, radius, offset), S_OK);
   EXPECT_EQ(radius, 375.0F);
+}
+
+TEST_F(DepthOfFieldTest, FocusDistanceByModeAndAutofocusPassesOverStickersAndLights) {
+  QAVSettingRepository* camera = QAVSettingRepository::GetRepository("FocusCamera");
+  ASSERT_NE(camera, nullptr);
+  auto viewer = QAVMakeRef<QAV3DViewer>("3D");
+  Driver().Resize(viewer.get(), 201, 101);  // the centre pixel (100, 50)
+  viewer->GetMain3DViewpoint()->Set({0, 0, 10}, {0, 0, 0}, {0, 1, 0}, 60);
+  float distance = -1;
+  EXPECT_EQ(QAVRbaLiveUIServices::SetFocusOnViewpoint(nullptr, camera, distance), E_FAIL);
+  EXPECT_EQ(QAVRbaLiveUIServices::SetFocusOnViewpoint(viewer.get(), nullptr, distance), E_FAIL);
+  // Autofocus (the default) with nothing in view.
+  EXPECT_EQ(QAVRbaLiveUIServices::SetFocusOnViewpoint(viewer.get(), camera, distance), E_FAIL);
+  EXPECT_EQ(distance, -1.0F);
+
+  // A part at z = 0 behind a sticker (z = 1) and a light (z = 4), the whole
+  // under an unclassed root; the sticker's and light's own paths are passed
+  // over, and so is a bare leaf with no model object (z = 6).
+  auto root = QAVMakeRef<QAV3DBagRep>();
+  auto part = qavtest::Square(3, "Bracket");
+  auto sticker = qavtest::Square(1, "QAVStkSticker");
+  auto light = qavtest::Square(1, "QAVRscLight");
+  auto bare = qavtest::Square(0.5, nullptr);
+  auto stickers = qavtest::Moved(sticker.get(), 0, 0, 1, "QAVStkStickerContainer");
+  auto lights = qavtest::Moved(light.get(), 0, 0, 4, "QAVRscLightContainer");
+  auto unclassed = qavtest::Moved(bare.get(), 0, 0, 6, nullptr);
+  for (QAV3DRep* child :
+       {static_cast<QAV3DRep*>(part.get()), static_cast<QAV3DRep*>(stickers.get()),
+        static_cast<QAV3DRep*>(lights.get()), static_cast<QAV3DRep*>(unclassed.get())})
+    ASSERT_TRUE(root->AddChild(child));
+  viewer->SetSceneRoot(root.get());
+  ASSERT_EQ(QAVRbaLiveUIServices::SetFocusOnViewpoint(viewer.get(), camera, distance), S_OK);
+  EXPECT_NEAR(distance, 10.0F, 1e-3);  // the centre pixel is half a pixel off the axis
+  int mode = 0;
+  ASSERT_EQ(camera->ReadSetting("Autofocus", &mode), S_OK);
+  EXPECT_EQ(mode, 1) << "the default was declared";
+
+  // The part itself inside a root occurrence: no path is left.
+  root->SetModelObject(QAVMakeRef<QAVModelObject>("ZRMRootOccurrence").get());
+  viewer->SceneChanged();
+  distance = -1;
+  EXPECT_EQ(QAVRbaLiveUIServices::SetFocusOnViewpoint(viewer.get(), camera, distance), E_FAIL);
+  EXPECT_EQ(distance, -1.0F);
+  // Under a product, the bare leaf's path meets an object (the product) and
+  // is the nearest that counts.
+  root->SetModelObject(QAVMakeRef<QAVModelObject>("QAVProduct").get());
+  ASSERT_EQ(QAVRbaLiveUIServices::SetFocusOnViewpoint(viewer.get(), camera, distance), S_OK);
+  EXPECT_NEAR(distance, 4.0F, 1e-3);
+  // Without it, the part; unless the part is an ISO.
+  unclassed->SetMatrix(QAV4x4Matrix({1, 0, 0, 50, 0, 1, 0, 0, 0, 0, 1, 6, 0, 0, 0, 1}));
+  viewer->SceneChanged();
+  ASSERT_EQ(QAVRbaLiveUIServices::SetFocusOnViewpoint(viewer.get(), camera, distance), S_OK);
+  EXPECT_NEAR(distance, 10.0F, 1e-3);
+  part->SetModelObject(QAVMakeRef<QAVModelObject>("QAVISO").get());
+  distance = -1;
+  EXPECT_EQ(QAVRbaLiveUIServices::SetFocusOnViewpoint(viewer.get(), camera, distance), E_FAIL);
+
+  // Manual distance: the setting, or the caller's value when it is missing.
+  const int manual = 0;
+  ASSERT_EQ(camera->WriteSetting("Autofocus", &manual), S_OK);
+  distance = 2.5F;
+  ASSERT_EQ(QAVRbaLiveUIServices::SetFocusOnViewpoint(viewer.get(), camera, distance), S_OK);
+  EXPECT_EQ(distance, 2.5F);
+  const float focal = 7.25F;
+  ASSERT_EQ(camera->WriteSetting("FocalDistance", &focal), S_OK);
+  ASSERT_EQ(QAVRbaLiveUIServices::SetFocusOnViewpoint(viewer.get(), camera, distance), S_OK);
+  EXPECT_EQ(distance, 7.25F);
+
+  // A focus point: its distance from the eye, missing coordinates 0.
+  const int point = 2;
+  ASSERT_EQ(camera->WriteSetting("Autofocus", &point), S_OK);
+  ASSERT_EQ(QAVRbaLiveUIServices::SetFocusOnViewpoint(viewer.get(), camera, distance), S_OK);
+  EXPECT_EQ(distance, 10.0F);
+  const float x = 3;
+  const float z = 6;
+  ASSERT_EQ(camera->WriteSetting("FocalPointX", &x), S_OK);
+  ASSERT_EQ(camera->WriteSetting("FocalPointZ", &z), S_OK);
+  ASSERT_EQ(QAVRbaLiveUIServices::SetFocusOnViewpoint(viewer.get(), camera, distance), S_OK);
+  EXPECT_EQ(distance, 5.0F);
+
+  const int unknown = 3;
+  ASSERT_EQ(camera->WriteSetting("Autofocus", &unknown), S_OK);
+  distance = -1;
+  EXPECT_EQ(QAVRbaLiveUIServices::SetFocusOnViewpoint(viewer.get(), camera, distance), E_FAIL);
+  EXPECT_EQ(distance, -1.0F);
 }
 
 }  // namespace

@@ -10,28 +10,13 @@
 #include "QAV3DViewer.h"
 #include "QAVModelObject.h"
 #include "QAVPickPath.h"
+#include "QAVTestScenes.h"
 #include "QAVTestSupport.h"
 
 namespace {
 
-// A square of side 2 * half in the plane z = 0 of its bag, facing +z.
-QAVRef<QAVSurfacicRep> Square(double half, const char* className) {
-  auto square = QAVMakeRef<QAVSurfacicRep>();
-  const auto h = static_cast<float>(half);
-  EXPECT_TRUE(square->SetGeometry({-h, -h, 0, h, -h, 0, h, h, 0, -h, h, 0},
-                                  {0, 0, 1, 0, 0, 1, 0, 0, 1, 0, 0, 1}, {0, 1, 2, 0, 2, 3}));
-  square->SetModelObject(QAVMakeRef<QAVModelObject>(className).get());
-  return square;
-}
-
-// A bag placing its child `dz` along z.
-QAVRef<QAV3DBagRep> Lifted(QAV3DRep* child, double dz, const char* className) {
-  auto bag = QAVMakeRef<QAV3DBagRep>();
-  bag->SetMatrix(QAV4x4Matrix({1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, dz, 0, 0, 0, 1}));
-  EXPECT_TRUE(bag->AddChild(child));
-  bag->SetModelObject(QAVMakeRef<QAVModelObject>(className).get());
-  return bag;
-}
+using qavtest::Moved;
+using qavtest::Square;
 
 std::vector<std::string> Classes(QAVPickPath& path) {
   std::vector<std::string> classes;
@@ -64,9 +49,9 @@ TEST_F(PickTest, EveryRepresentationOnTheRayNearestFirstWithItsPath) {
   root->SetModelObject(QAVMakeRef<QAVModelObject>("ZRMRootOccurrence").get());
   auto part = Square(4, "Bracket");
   auto sticker = Square(1, "QAVStkSticker");
-  auto stickers = Lifted(sticker.get(), 1, "QAVStkStickerContainer");
+  auto stickers = Moved(sticker.get(), 0, 0, 1, "QAVStkStickerContainer");
   auto light = Square(0.5, "QAVRscLight");
-  auto lights = Lifted(light.get(), 5, "QAVRscLightContainer");
+  auto lights = Moved(light.get(), 0, 0, 5, "QAVRscLightContainer");
   ASSERT_TRUE(root->AddChild(part.get()));
   ASSERT_TRUE(root->AddChild(lights.get()));
   ASSERT_TRUE(root->AddChild(stickers.get()));

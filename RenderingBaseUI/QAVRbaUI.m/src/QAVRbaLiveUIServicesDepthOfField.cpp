@@ -1,11 +1,17 @@
-// QAVRbaLiveUIServices: the bokeh texture of an aperture and the focus circle.
+// QAVRbaLiveUIServices: the bokeh texture of an aperture, the focus circle and
+// the focus distance.
 #include <array>
+#include <cmath>
+#include <cstring>
+#include <vector>
 
 #include "QAV3DViewer.h"
 #include "QAVFrmLayout.h"
 #include "QAVFrmWindow.h"
+#include "QAVPickPath.h"
 #include "QAVRbaGraphicPath.h"
 #include "QAVRbaLiveUIServices.h"
+#include "QAVSettingRepository.h"
 #include "QAVVizViewer.h"
 
 namespace {
@@ -30,6 +36,32 @@ constexpr std::array<BokehRow, 13> kBokeh = {{
     {1.2F, "Circle_60_80_progressive.dds"},
     {0.0F, "Circle_80_100_progressive.dds"},
 }};
+
+// Classes of objects that never take the focus: a pick path meeting one of
+// them is passed over whole.
+constexpr std::array<const char*, 6> kNoFocus = {
+    "ZRMRootOccurrence",    "QAVStkStickerContainer",     "QAVCameraContainer",
+    "QAVRscLightContainer", "QAVRscEnvironmentContainer", "QAVISO"};
+
+// Whether the path may take the focus: it meets at least one model object and
+// none of the classes above.
+bool TakesFocus(QAVPickPath& path) {
+  int objects = 0;
+  for (int i = 0; i < path.GetRepCount(); ++i) {
+    const QAVModelObject* object = path.GetRep(i)->GetModelObject();
+    const char* className = object ? object->IsA() : nullptr;
+    if (!className || !*className) continue;
+    for (const char* excluded : kNoFocus)
+      if (std::strcmp(className, excluded) == 0) return false;
+    ++objects;
+  }
+  return objects > 0;
+}
+
+float Distance(const QAVMathPoint& a, const QAVMathPoint& b) {
+  return static_cast<float>(
+      std::sqrt((b.x - a.x) * (b.x - a.x) + (b.y - a.y) * (b.y - a.y) + (b.z - a.z) * (b.z - a.z)));
+}
 
 }  // namespace
 
@@ -75,4 +107,41 @@ HRESULT QAVRbaLiveUIServices::ComputeVoodooCircle(QAVMathPoint2Df& o_center, flo
   o_radius = height < width ? (height / 2 - o_offset) * 0.75F : (width / 2) * 0.75F;
   o_center = {width / 2, height / 2};
   return S_OK;
+}
+
+HRESULT QAVRbaLiveUIServices::SetFocusOnViewpoint(QAVViewer* viewer,
+                                                  QAVSettingRepository* repository,
+                                                  float& o_focalDistance) {
+  if (!viewer || !repository) return E_FAIL;
+  int mode = 1;
+  repository->ReadSetting("Autofocus", &mode);
+  if (mode == 0) {
+    repository->ReadSetting("FocalDistance", &o_focalDistance);
+    return S_OK;
+  }
+  if (mode != 1 && mode != 2) return E_FAIL;
+  auto* viewer3D = dynamic_cast<QAV3DViewer*>(viewer);
+  QAV3DViewpoint* viewpoint = viewer3D ? viewer3D->GetMain3DViewpoint() : nullptr;
+  if (!viewpoint) return E_FAIL;
+  const QAVMathPoint eye = viewpoint->GetOrigin();
+  if (mode == 2) {
+    float point[3] = {0.0F, 0.0F, 0.0F};
+    repository->ReadSetting("FocalPointX", &point[0]);
+    repository->ReadSetting("FocalPointY", &point[1]);
+    repository->ReadSetting("FocalPointZ", &point[2]);
+    o_focalDistance = Distance(eye, QAVMathPoint(point[0], point[1], point[2]));
+    return S_OK;
+  }
+  float width = 0.0F;
+  float height = 0.0F;
+  viewer->GetGraphicSize(width, height);
+  std::vector<QAVRef<QAVPickPath>> paths;
+  viewer->Pick(static_cast<int>(width * 0.5F), static_cast<int>(height * 0.5F), 1, 1, 0, paths);
+  for (const QAVRef<QAVPickPath>& path : paths) {
+    if (TakesFocus(*path) && path->GetViewpoint() == viewpoint) {
+      o_focalDistance = Distance(eye, path->GetGlobalIntersection());
+      return S_OK;
+    }
+  }
+  return E_FAIL;
 }
