@@ -11,6 +11,8 @@
 //   ("pointer-check"), commands destroyed ("command-destroyed").
 // - Simulated input. Idle runs one pass of the host's loop (delayed
 //   destructions, then idle subscribers); Resize resizes a viewer's window.
+// - Scenes: a scene file opened in a new window of the current layout, as a
+//   user opens a document.
 // - The session recorder: capturing or replaying a recorded session.
 // - Switches that make a host service fail, to test what callers do then.
 #ifndef QAVHostDriver_h
@@ -18,6 +20,7 @@
 
 #include <cstddef>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,7 +28,9 @@
 #include "QAVAtomicFile.h"
 #include "QAVHostDriverExport.h"
 #include "QAVHostJournal.h"
+#include "QAVSceneReader.h"
 
+class QAV3DViewer;
 class QAVCommand;
 class QAVViewer;
 class QAVSysPreferenceRepository;
@@ -59,6 +64,17 @@ class QAVHOSTDRIVER_API QAVHostDriver {
   // announces it). Null is ignored.
   void Resize(QAVViewer* viewer, float width, float height);
 
+  // Opens a scene file in a new window of the current layout (one is made
+  // current when there is none), which becomes the current window: its 3D
+  // viewer (with a visualisation viewer) takes the scene's graphic size,
+  // usable area, main viewpoint, environment name and representations. S_OK,
+  // or E_FAIL with `error` and nothing changed.
+  HRESULT OpenScene(const std::string& path, std::string& error);
+  void ShowScene(const QAVSceneDocument& scene);
+  // The last scene shown (its product, workbench...) and its viewer, or null.
+  const QAVSceneDocument* GetScene() const;
+  QAV3DViewer* GetSceneViewer() const;
+
   // The host's loop as it stands.
   int GetCommandCount() const;                      // commands alive
   QAVCommand* FindCommand(const char* name) const;  // the first alive of that name
@@ -77,7 +93,9 @@ class QAVHOSTDRIVER_API QAVHostDriver {
   void FailPreferenceWrites(QAVSysPreferenceRepository* repository, bool fail);
 
  private:
+  struct State;
   static void ResetSession();
+  std::unique_ptr<State> _state;
 };
 
 #endif

@@ -4,20 +4,31 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "QAV3DViewer.h"
 #include "QAVApplication.h"
 #include "QAVAtomicFile.h"
+#include "QAVFrmLayout.h"
+#include "QAVFrmWindow.h"
 #include "QAVGraphicWindow.h"
 #include "QAVMutex.h"
 #include "QAVProcessState.h"
 #include "QAVSessionRecorder.h"
 #include "QAVSysPreferenceRepository.h"
 #include "QAVViewer.h"
+#include "QAVVizViewer.h"
 
 namespace {
 std::atomic<QAVHostDriver*> current{nullptr};
 }  // namespace
 
-QAVHostDriver::QAVHostDriver() {
+// What the driver made for the session: the scene shown and its window.
+struct QAVHostDriver::State {
+  QAVSceneDocument scene;
+  QAVRef<QAVFrmWindow> window;
+  QAVRef<QAV3DViewer> viewer;
+};
+
+QAVHostDriver::QAVHostDriver() : _state(std::make_unique<State>()) {
   QAVHostDriver* expected = nullptr;
   if (!current.compare_exchange_strong(expected, this)) {
     (void)std::fprintf(stderr, "qavhost: a second host driver while one is alive\n");
@@ -28,6 +39,7 @@ QAVHostDriver::QAVHostDriver() {
 
 QAVHostDriver::~QAVHostDriver() {
   ResetSession();
+  _state.reset();
   qavjournal::SetRecording(false);
   qavjournal::Clear();
   current = nullptr;
@@ -41,7 +53,10 @@ void QAVHostDriver::ResetSession() {
   QAVMutex::SetCreationFails(false);
 }
 
-void QAVHostDriver::Restart() { QAVProcessState::ResetAll(); }
+void QAVHostDriver::Restart() {
+  QAVProcessState::ResetAll();
+  *_state = State();
+}
 
 void QAVHostDriver::StartRecording() { qavjournal::SetRecording(true); }
 void QAVHostDriver::StopRecording() { qavjournal::SetRecording(false); }
@@ -62,6 +77,42 @@ int QAVHostDriver::Idle() { return QAVApplication::MainApplication()->ProcessPen
 void QAVHostDriver::Resize(QAVViewer* viewer, float width, float height) {
   if (viewer) viewer->GetSupport()->Resize(width, height);
 }
+
+HRESULT QAVHostDriver::OpenScene(const std::string& path, std::string& error) {
+  QAVSceneDocument scene;
+  if (FAILED(QAVSceneReader::Read(path, scene, error))) return E_FAIL;
+  ShowScene(scene);
+  return S_OK;
+}
+
+void QAVHostDriver::ShowScene(const QAVSceneDocument& scene) {
+  QAVFrmLayout* layout = QAVFrmLayout::GetCurrentLayout();
+  if (!layout) {
+    QAVFrmLayout::SetCurrentLayout(QAVMakeRef<QAVFrmLayout>().get());
+    layout = QAVFrmLayout::GetCurrentLayout();
+  }
+  auto window = QAVMakeRef<QAVFrmWindow>("3D");
+  auto viewer = QAVMakeRef<QAV3DViewer>("3D viewer");
+  auto viz = QAVMakeRef<QAVVizViewer>("visualization viewer");
+  viewer->SetVizViewer(viz.get());
+  viewer->GetSupport()->Resize(scene.width, scene.height);
+  viz->SetUsableArea(scene.usableWidth, scene.usableHeight);
+  viz->SetInfiniteEnvironmentRootName(QAVString(scene.environment.c_str()));
+  viewer->GetMain3DViewpoint()->Set(scene.eye, scene.target, scene.up, scene.fieldOfView);
+  viewer->SetSceneRoot(scene.root.get());
+  window->SetViewer(viewer.get());
+  layout->AddWindow(window.get());
+  layout->SetCurrentWindow(window.get());
+  _state->scene = scene;
+  _state->window = window;
+  _state->viewer = viewer;
+}
+
+const QAVSceneDocument* QAVHostDriver::GetScene() const {
+  return _state->viewer ? &_state->scene : nullptr;
+}
+
+QAV3DViewer* QAVHostDriver::GetSceneViewer() const { return _state->viewer.get(); }
 
 int QAVHostDriver::GetCommandCount() const {
   return QAVApplication::MainApplication()->GetCommandCount();

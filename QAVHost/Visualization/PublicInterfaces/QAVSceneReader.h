@@ -1,0 +1,73 @@
+// Scene files: what a 3D window shows, written as JSON.
+//
+// {
+//   "format": "qav-scene", "version": 1,
+//   "window": {"width": 1280, "height": 720,            // pixels of the graphic area
+//              "usable": {"width": 1280, "height": 680}},  // optional; default the whole
+//   "viewpoint": {"eye": [x, y, z], "target": [x, y, z], "up": [x, y, z],
+//                 "fieldOfView": 40},                       // vertical, degrees
+//   "environment": "Studio",      // optional: the viewer's infinite environment name
+//   "workbench": "Design",        // optional: the current workbench name
+//   "product": {"name": "Car",    // optional: the active product ("class" optional,
+//               "ambiences": ["Sunset", "Studio"]},  // default "QAVProduct"), with the
+//                                 // named members of its "QAVRamAmbienceContainer"
+//   "root": NODE
+// }
+//
+// NODE: {"class": "Bracket", "name": "Front bracket",   // both optional
+//        "matrix": [16 numbers, row by row],              // or any of the three below
+//        "translate": [x, y, z], "rotate": {"axis": [x, y, z], "degrees": a},
+//        "scale": s or [sx, sy, sz],                       // applied scale, rotate, translate
+//        "mesh": "meshes/bracket.stl",                      // relative to the scene file
+//        "shape": {"box": [sx, sy, sz]} or {"quad": [w, h]} or
+//                 {"sphere": r, "segments": 24},            // centred on the origin
+//        "children": [NODE, ...]}
+//
+// Every node becomes a bag representation standing for a model object of its
+// class (none without "class") with its name, placed by its matrix; its mesh
+// or shape (at most one) becomes a surfacic leaf under it, standing for no
+// object of its own. A quad lies in z = 0 facing +z. Unknown keys are errors,
+// so that a misspelt key is not silently ignored.
+#ifndef QAVSceneReader_h
+#define QAVSceneReader_h
+
+#include <string>
+#include <string_view>
+
+#include "QAV3DRep.h"
+#include "QAVMathPoint.h"
+#include "QAVModelObject.h"
+#include "QAVRef.h"
+#include "QAVTypes.h"
+
+struct QAVHOST_API QAVSceneDocument {
+  QAVRef<QAV3DBagRep> root;
+  float width = 0.0F;
+  float height = 0.0F;
+  float usableWidth = 0.0F;
+  float usableHeight = 0.0F;
+  QAVMathPoint eye;
+  QAVMathPoint target;
+  QAVMathVector up;
+  double fieldOfView = 0.0;
+  std::string environment;
+  std::string workbench;
+  QAVRef<QAVModelObject> product;  // null without "product"
+  int leafCount = 0;
+  long long triangleCount = 0;
+};
+
+class QAVHOST_API QAVSceneReader {
+ public:
+  // Reads a scene file. S_OK with `scene` filled; E_FAIL with `error` naming the
+  // file, the place in it ("root.children[1].matrix") and what is wrong, and
+  // `scene` as it was: a scene is used whole or not at all.
+  static HRESULT Read(const std::string& path, QAVSceneDocument& scene, std::string& error);
+  // The same from text, meshes found relative to `directory`.
+  static HRESULT Parse(std::string_view text, const std::string& directory, QAVSceneDocument& scene,
+                       std::string& error);
+
+  QAVSceneReader() = delete;
+};
+
+#endif

@@ -1,0 +1,72 @@
+// qavrba scene and the focus commands on the shipped showroom, as a user runs them.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "QAVTestSupport.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class SceneCliTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    if (qavtest::QavrbaProgram().empty()) GTEST_SKIP() << "qavrba is not built";
+  }
+  qavtest::ScratchDir _scratch;
+  const std::string _showroom =
+      (fs::path(QAV_RESOURCES_DIR) / "scenes/showroom/scene.json").string();
+};
+
+TEST_F(SceneCliTest, InfoAndPick) {
+  qavtest::ProgramRun run = qavtest::RunQavrba("scene info " + _showroom, _scratch);
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_NE(run.out.find("window\t960 x 540 (usable 960 x 500)\n"), std::string::npos);
+  EXPECT_NE(run.out.find("product\tQAVProduct \"Showroom\"\n  ambience\tSunset drive\n"),
+            std::string::npos);
+  EXPECT_NE(run.out.find("6 leaves, 1288 triangles\n"), std::string::npos);
+  EXPECT_NE(run.out.find("    QAVStkSticker \"Logo\"\n      (24 triangles)\n"), std::string::npos)
+      << run.out;
+
+  run = qavtest::RunQavrba("scene pick " + _showroom + " 480 270", _scratch);
+  ASSERT_EQ(run.status, 0) << run.err;
+  const std::size_t sticker = run.out.find("  QAVStkSticker \"Logo\"\n");
+  const std::size_t vase = run.out.find("  QAVPart \"Vase\"\n");
+  ASSERT_NE(sticker, std::string::npos) << run.out;
+  ASSERT_NE(vase, std::string::npos) << run.out;
+  EXPECT_LT(sticker, vase) << "nearest first";
+  run = qavtest::RunQavrba("scene pick " + _showroom + " 5 5", _scratch);
+  EXPECT_EQ(run.out, "nothing at 5 5\n");
+  EXPECT_EQ(qavtest::RunQavrba("scene pick " + _showroom + " 5", _scratch).status, 2);
+  EXPECT_EQ(qavtest::RunQavrba("scene pick " + _showroom + " 5 5 --box 0 1", _scratch).status, 2);
+
+  // A faulty scene: the place of the fault, status 1.
+  std::ofstream(_scratch.path() / "bad.json") << R"({"format": "qav-scene", "version": 3})";
+  run = qavtest::RunQavrba("scene info bad.json", _scratch);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_NE(run.err.find("bad.json: version: 1 expected"), std::string::npos) << run.err;
+  run = qavtest::RunQavrba("scene info .", _scratch);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_NE(run.err.find("not a regular file"), std::string::npos) << run.err;
+}
+
+TEST_F(SceneCliTest, FocusAndCircle) {
+  // The sticker at the centre is passed over: the vase behind it takes the focus.
+  qavtest::ProgramRun run = qavtest::RunQavrba("dof focus " + _showroom, _scratch);
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_NEAR(std::stod(run.out), 837.08, 0.01);
+  run = qavtest::RunQavrba("dof focus " + _showroom + " --mode 0 --distance 1200", _scratch);
+  EXPECT_EQ(run.out, "1200\n");
+  run = qavtest::RunQavrba("dof focus " + _showroom + " --mode 2 --point 0 0 350", _scratch);
+  EXPECT_EQ(run.out, "900\n");
+  EXPECT_EQ(qavtest::RunQavrba("dof focus " + _showroom + " --mode 3", _scratch).status, 2);
+
+  run = qavtest::RunQavrba("dof circle " + _showroom, _scratch);
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out, "centre\t480 270\nradius\t172.5\noffset\t40\n");
+}
+
+}  // namespace
