@@ -173,7 +173,7 @@ TEST(MeshReaderTest, ShippedAndCorpusFilesAndBadOnes) {
   EXPECT_EQ(high, 100.0F);
 
   qavtest::ScratchDir scratch;
-  const fs::path dir = scratch.path();
+  const fs::path& dir = scratch.path();
   std::ofstream(dir / "empty.stl").flush();
   std::ofstream(dir / "bad.obj") << "garbage here\n";
   std::ofstream(dir / "notes.txt") << "v 0 0 0\n";
