@@ -107,7 +107,7 @@ std::string ReadHdr(const std::string& data, HdrImage& image) {
 
   const auto w = static_cast<std::size_t>(image.width);
   std::vector<std::array<std::uint8_t, 4>> scanline(w);
-  auto byte = [&](std::size_t at) { return static_cast<std::uint8_t>(data[at]); };
+  auto byte = [&](std::size_t offset) { return static_cast<std::uint8_t>(data[offset]); };
   for (int y = 0; y < image.height; ++y) {
     const bool rle = w >= 8 && w < 0x8000 && pos + 4 <= data.size() && byte(pos) == 2 &&
                      byte(pos + 1) == 2 && (byte(pos + 2) & 0x80) == 0;
