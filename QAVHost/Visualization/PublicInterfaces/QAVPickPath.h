@@ -29,8 +29,8 @@ class QAVHOST_API QAVPickPath : public QAVBaseUnknown {
   QAV3DViewpoint* GetViewpoint() const { return _viewpoint.get(); }
   const QAVMathPoint& GetGlobalIntersection() const { return _intersection; }
   const QAVMathVector& GetGlobalNormal() const { return _normal; }  // unit, facing the eye
-  int GetCurrentSubElement() const { return _subElement; }  // the triangle hit
-  double GetDistance() const { return _distance; }          // from the eye
+  int GetCurrentSubElement() const { return _subElement; }          // the triangle hit
+  double GetDistance() const { return _distance; }                  // from the eye
 
  private:
   std::vector<QAVRef<QAV3DRep>> _reps;

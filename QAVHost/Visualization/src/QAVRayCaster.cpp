@@ -106,7 +106,8 @@ bool QAVRayCaster::CastNearest(const QAVMathPoint& origin, const QAVMathVector& 
   hit.triangle = ray.hit.primID;
   hit.distance = ray.ray.tfar;
   QAVMathVector normal = Unit({ray.hit.Ng_x, ray.hit.Ng_y, ray.hit.Ng_z});
-  if (normal.x * d.x + normal.y * d.y + normal.z * d.z > 0) normal = {-normal.x, -normal.y, -normal.z};
+  if (normal.x * d.x + normal.y * d.y + normal.z * d.z > 0)
+    normal = {-normal.x, -normal.y, -normal.z};
   hit.normal = normal;
   return true;
 }
@@ -119,8 +120,8 @@ void QAVRayCaster::CastAll(const QAVMathPoint& origin, const QAVMathVector& dire
   // Each cast starts just beyond the previous hit; a leaf counts at its
   // nearest hit only. The bound keeps a degenerate scene from looping long.
   for (int casts = 0; casts < 4096 && CastNearest(origin, direction, from, hit); ++casts) {
-    const bool seen = std::any_of(hits.begin(), hits.end(),
-                                  [&hit](const Hit& h) { return h.leaf == hit.leaf; });
+    const bool seen =
+        std::any_of(hits.begin(), hits.end(), [&hit](const Hit& h) { return h.leaf == hit.leaf; });
     if (!seen) hits.push_back(hit);
     from = hit.distance * (1.0 + 1e-6) + 1e-6;
   }
