@@ -124,6 +124,12 @@ TEST(SceneReaderTest, FaultsAreNamedWhereTheyAre) {
         "height": 1}, "viewpoint": {"eye": [0, 0, 1], "target": [0, 0, 0], "fieldOfView": 180}})",
        "viewpoint.fieldOfView"},
       {std::string("{") + kHeader + "}", "root: missing"},
+      {Scene(R"({"rotate": {"axis": [0, 0, 1]}})"), "root.rotate.degrees: missing"},
+      {std::string("{") + R"("format": "qav-scene", "version": 1, "window": {"width": 10}})",
+       "window.height: missing"},
+      {std::string("{") + R"("format": "qav-scene", "version": 1, "window": {"width": 1,
+        "height": 1}, "viewpoint": {"eye": [0, 0, 1]}})",
+       "viewpoint.target: missing"},
   };
   for (const auto& [text, expected] : cases)
     EXPECT_NE(ParseError(text).find(expected), std::string::npos)

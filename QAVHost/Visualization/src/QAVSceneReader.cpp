@@ -33,6 +33,9 @@ class Reader {
     return false;
   }
   bool Keys(const Json& object, const std::string& where, std::initializer_list<const char*> known);
+  bool Present(const Json& object, const char* key, const std::string& where) {
+    return object.contains(key) || Fail(where, "missing");
+  }
   bool Number(const Json& json, const std::string& where, double& value);
   bool Positive(const Json& json, const std::string& where, double& value);
   bool Vector(const Json& json, const std::string& where, double (&value)[3]);
@@ -99,8 +102,11 @@ bool Reader::Document(const Json& json) {
   if (!Keys(window, "window", {"width", "height", "usable"})) return false;
   double width = 0;
   double height = 0;
-  if (!window.contains("width") || !Positive(window["width"], "window.width", width)) return false;
-  if (!window.contains("height") || !Positive(window["height"], "window.height", height))
+  if (!Present(window, "width", "window.width") ||
+      !Positive(window["width"], "window.width", width))
+    return false;
+  if (!Present(window, "height", "window.height") ||
+      !Positive(window["height"], "window.height", height))
     return false;
   double usableWidth = width;
   double usableHeight = height;
@@ -123,8 +129,11 @@ bool Reader::Document(const Json& json) {
   double target[3];
   double up[3] = {0, 0, 1};
   double fieldOfView = 40;
-  if (!view.contains("eye") || !Vector(view["eye"], "viewpoint.eye", eye)) return false;
-  if (!view.contains("target") || !Vector(view["target"], "viewpoint.target", target)) return false;
+  if (!Present(view, "eye", "viewpoint.eye") || !Vector(view["eye"], "viewpoint.eye", eye))
+    return false;
+  if (!Present(view, "target", "viewpoint.target") ||
+      !Vector(view["target"], "viewpoint.target", target))
+    return false;
   if (view.contains("up") && !Vector(view["up"], "viewpoint.up", up)) return false;
   if (view.contains("fieldOfView") &&
       (!Positive(view["fieldOfView"], "viewpoint.fieldOfView", fieldOfView) || fieldOfView >= 180))
@@ -222,8 +231,10 @@ bool Reader::Placement(const Json& json, const std::string& where, QAV3DBagRep& 
     if (!Keys(rotate, at, {"axis", "degrees"})) return false;
     double axis[3];
     double degrees = 0;
-    if (!rotate.contains("axis") || !Vector(rotate["axis"], at + ".axis", axis)) return false;
-    if (!rotate.contains("degrees") || !Number(rotate["degrees"], at + ".degrees", degrees))
+    if (!Present(rotate, "axis", at + ".axis") || !Vector(rotate["axis"], at + ".axis", axis))
+      return false;
+    if (!Present(rotate, "degrees", at + ".degrees") ||
+        !Number(rotate["degrees"], at + ".degrees", degrees))
       return false;
     const double length = std::hypot(axis[0], axis[1], axis[2]);
     if (length == 0) return Fail(at + ".axis", "a direction expected, not zero");
