@@ -9,7 +9,10 @@
 #include "QAVCli.h"
 #include "QAVModelObject.h"
 #include "QAVPickPath.h"
+#include "QAVPngFile.h"
+#include "QAVRbaLiveUIServices.h"
 #include "QAVRbaPLMServices.h"
+#include "QAVViewRenderer.h"
 
 namespace qavcli {
 
@@ -97,6 +100,26 @@ int Pick(const std::string& path, int x, int y, int width, int height) {
   return 0;
 }
 
+int View(const std::string& path, const std::string& out, bool circle) {
+  const std::unique_ptr<QAVHostDriver> driver = qavcli::OpenScene(path);
+  if (!driver) return 1;
+  QAVRef<QAVPixelImage> image;
+  if (FAILED(QAVViewRenderer::Render(driver->GetSceneViewer(), image)))
+    return qavcli::Fail("the view cannot be drawn");
+  if (circle) {
+    // The focus circle as the depth-of-field panel shows it over the view.
+    QAVMathPoint2Df center{};
+    float radius = 0.0F;
+    float offset = 0.0F;
+    if (SUCCEEDED(QAVRbaLiveUIServices::ComputeVoodooCircle(center, radius, offset)))
+      QAVViewRenderer::DrawRing(*image, center.x, center.y, radius, 2.0, 255, 196, 40);
+  }
+  std::string error;
+  if (FAILED(QAVPngFile::Write(*image, out, error))) return qavcli::Fail(error);
+  std::printf("%s\t%d x %d\n", out.c_str(), image->GetWidth(), image->GetHeight());
+  return 0;
+}
+
 void Setup(CLI::App& program) {
   CLI::App* scene = program.add_subcommand("scene", "Scene files: described and picked.");
   scene->require_subcommand(1);
@@ -120,6 +143,16 @@ void Setup(CLI::App& program) {
   pick->add_option("--box", *box, "Pick box W H in pixels (default 1 1)")
       ->expected(2)
       ->check(CLI::Range(1, 4096));
+  auto viewFile = std::make_shared<std::string>();
+  auto viewOut = std::make_shared<std::string>();
+  auto circle = std::make_shared<bool>(false);
+  CLI::App* view =
+      scene->add_subcommand("view", "A picture of the scene from its viewpoint, written as PNG.");
+  view->add_option("scene", *viewFile, "Scene file (JSON)")->required();
+  view->add_option("-o,--output", *viewOut, "The PNG file to write")->required();
+  view->add_flag("--focus-circle", *circle, "Draw the focus circle over the view");
+  qavcli::OnRun(view, [viewFile, viewOut, circle] { return View(*viewFile, *viewOut, *circle); });
+
   qavcli::OnRun(pick, [pickFile, at, box] {
     return Pick(*pickFile, (*at)[0], (*at)[1], (*box)[0], (*box)[1]);
   });

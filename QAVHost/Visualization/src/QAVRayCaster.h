@@ -37,6 +37,7 @@ class QAVRayCaster {
 
   // The representations from a leaf up to the root.
   const std::vector<QAVRef<QAV3DRep>>& PathOf(unsigned leaf) const { return _paths[leaf]; }
+  unsigned GetLeafCount() const { return static_cast<unsigned>(_paths.size()); }
   std::size_t GetTriangleCount() const { return _triangles; }
 
  private:
