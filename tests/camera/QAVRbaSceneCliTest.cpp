@@ -4,7 +4,9 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <vector>
 
+#include "QAVTestScenes.h"
 #include "QAVTestSupport.h"
 
 namespace fs = std::filesystem;
@@ -63,6 +65,22 @@ TEST_F(SceneCliTest, FocusAndCircle) {
   run = qavtest::RunQavrba("dof focus " + _showroom + " --mode 2 --point 0 0 350", _scratch);
   EXPECT_EQ(run.out, "900\n");
   EXPECT_EQ(qavtest::RunQavrba("dof focus " + _showroom + " --mode 3", _scratch).status, 2);
+
+  // The view with the focus circle over it: the circle's colour on its top.
+  run = qavtest::RunQavrba("scene view " + _showroom + " -o view.png --focus-circle", _scratch);
+  ASSERT_EQ(run.status, 0) << run.err;
+  int width = 0;
+  int height = 0;
+  std::vector<unsigned char> rgb;
+  ASSERT_TRUE(
+      qavtest::DecodePng(qavtest::ReadFile(_scratch.path() / "view.png"), width, height, rgb));
+  EXPECT_EQ(width, 960);
+  EXPECT_EQ(height, 540);
+  const std::size_t top = 3 * (static_cast<std::size_t>(270 - 173) * 960 + 480);  // 172.5 up
+  EXPECT_EQ(rgb[top], 255);
+  EXPECT_EQ(rgb[top + 1], 196);
+  EXPECT_EQ(qavtest::RunQavrba("scene view " + _showroom + " -o .", _scratch).status, 1);
+  EXPECT_EQ(qavtest::RunQavrba("scene view " + _showroom, _scratch).status, 2);
 
   run = qavtest::RunQavrba("dof circle " + _showroom, _scratch);
   ASSERT_EQ(run.status, 0) << run.err;

@@ -1,6 +1,7 @@
 #include "QAVTestScenes.h"
 
 #include <gtest/gtest.h>
+#include <png.h>
 
 #include "QAVModelObject.h"
 
@@ -21,6 +22,21 @@ QAVRef<QAV3DBagRep> Moved(QAV3DRep* child, double dx, double dy, double dz, cons
   EXPECT_TRUE(bag->AddChild(child));
   if (className) bag->SetModelObject(QAVMakeRef<QAVModelObject>(className).get());
   return bag;
+}
+
+bool DecodePng(const std::string& bytes, int& width, int& height, std::vector<unsigned char>& rgb) {
+  png_image image{};
+  image.version = PNG_IMAGE_VERSION;
+  if (!png_image_begin_read_from_memory(&image, bytes.data(), bytes.size())) return false;
+  image.format = PNG_FORMAT_RGB;
+  rgb.assign(PNG_IMAGE_SIZE(image), 0);
+  if (!png_image_finish_read(&image, nullptr, rgb.data(), 0, nullptr)) {
+    png_image_free(&image);
+    return false;
+  }
+  width = static_cast<int>(image.width);
+  height = static_cast<int>(image.height);
+  return true;
 }
 
 }  // namespace qavtest

@@ -76,8 +76,26 @@ void QAVRayCaster::Flatten(QAV3DRep* rep, const QAV4x4Matrix& toGlobal,
     rtcCommitGeometry(geometry);
     const unsigned id = rtcAttachGeometry(_kernel->scene, geometry);
     rtcReleaseGeometry(geometry);
-    if (_paths.size() <= id) _paths.resize(id + 1);
+    if (_paths.size() <= id) {
+      _paths.resize(id + 1);
+      _normals.resize(id + 1);
+      _triangleLists.resize(id + 1);
+    }
     _paths[id].assign(path.rbegin(), path.rend());
+    _triangleLists[id] = &triangles;
+    const std::vector<float>& normals = surface->GetNormals();
+    if (!normals.empty()) {
+      const QAV4x4Matrix toNormal = toGlobal.NormalMatrix();
+      std::vector<float>& global = _normals[id];
+      global.resize(normals.size());
+      for (std::size_t v = 0; v < vertices; ++v) {
+        const QAVMathVector n =
+            toNormal.Rotate({normals[3 * v], normals[3 * v + 1], normals[3 * v + 2]});
+        global[3 * v] = static_cast<float>(n.x);
+        global[3 * v + 1] = static_cast<float>(n.y);
+        global[3 * v + 2] = static_cast<float>(n.z);
+      }
+    }
     _triangles += triangles.size() / 3;
   }
   path.pop_back();
@@ -109,6 +127,23 @@ bool QAVRayCaster::CastNearest(const QAVMathPoint& origin, const QAVMathVector& 
   if (normal.x * d.x + normal.y * d.y + normal.z * d.z > 0)
     normal = {-normal.x, -normal.y, -normal.z};
   hit.normal = normal;
+  hit.shading = normal;
+  const std::vector<float>& normals = _normals[hit.leaf];
+  if (!normals.empty()) {
+    const std::uint32_t* corner = _triangleLists[hit.leaf]->data() + 3 * std::size_t{hit.triangle};
+    const double w[3] = {1.0 - ray.hit.u - ray.hit.v, ray.hit.u, ray.hit.v};
+    QAVMathVector smooth{0, 0, 0};
+    for (int k = 0; k < 3; ++k) {
+      const float* n = normals.data() + 3 * std::size_t{corner[k]};
+      smooth = {smooth.x + w[k] * n[0], smooth.y + w[k] * n[1], smooth.z + w[k] * n[2]};
+    }
+    smooth = Unit(smooth);
+    const double facing = smooth.x * d.x + smooth.y * d.y + smooth.z * d.z;
+    // A vertex normal pointing away from the eye (a mesh seen from inside)
+    // faces the eye like the triangle's own.
+    if (smooth.x != 0 || smooth.y != 0 || smooth.z != 0)
+      hit.shading = facing > 0 ? QAVMathVector{-smooth.x, -smooth.y, -smooth.z} : smooth;
+  }
   return true;
 }
 

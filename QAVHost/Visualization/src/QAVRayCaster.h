@@ -6,6 +6,7 @@
 #define QAVRayCaster_h
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "QAV3DRep.h"
@@ -18,7 +19,9 @@ class QAVRayCaster {
     unsigned leaf = 0;      // index of the leaf, see PathOf
     unsigned triangle = 0;  // in the leaf
     double distance = 0.0;  // from the origin, along the unit direction
-    QAVMathVector normal;   // unit, facing the origin
+    QAVMathVector normal;   // unit, facing the origin: the triangle's own
+    QAVMathVector shading;  // unit, facing the origin: interpolated from the
+                            // vertex normals when the leaf has them
   };
 
   // Takes the scene under `root` as it is now (null: an empty scene).
@@ -46,6 +49,10 @@ class QAVRayCaster {
 
   Kernel* _kernel;
   std::vector<std::vector<QAVRef<QAV3DRep>>> _paths;
+  // Per leaf: its vertex normals in global space (empty when it has none) and
+  // its triangles, for smooth shading normals.
+  std::vector<std::vector<float>> _normals;
+  std::vector<const std::vector<std::uint32_t>*> _triangleLists;
   std::size_t _triangles = 0;
 };
 

@@ -89,7 +89,7 @@ HRESULT QAVViewRenderer::Render(QAV3DViewer* viewer, QAVRef<QAVPixelImage>& imag
       if (caster && caster->CastNearest(origin, direction, 0.0, hit)) {
         const Kind kind = kinds[hit.leaf];
         const Colour base = BaseColour(kind);
-        const QAVMathVector& n = hit.normal;
+        const QAVMathVector& n = hit.shading;
         const double facing = std::abs(n.x * direction.x + n.y * direction.y + n.z * direction.z);
         const double upLength = std::sqrt(up.x * up.x + up.y * up.y + up.z * up.z);
         const double fromAbove =
