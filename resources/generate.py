@@ -479,6 +479,7 @@ Backplate = Backplate: {1}
 Resources = Resources: {1}
 Render = Frames rendered: {1}
 Total = Total: {1}
+Infos = Rendering paused
 """
 
 

@@ -403,9 +403,9 @@ TEST_F(ShippedResourcesTest, HudCatalogHasEveryKeyWithItsParameters) {
   const struct {
     const char* key;
     int parameters;
-  } keys[] = {{"Resolution", 2},          {"Ambience", 1},      {"Backplate", 1},
-              {"Resources", 1},           {"Render", 1},        {"Total", 1},
-              {"RenderingInProgress", 0}, {"InfosRendering", 0}};
+  } keys[] = {{"Resolution", 2},          {"Ambience", 1},       {"Backplate", 1},
+              {"Resources", 1},           {"Render", 1},         {"Total", 1},
+              {"RenderingInProgress", 0}, {"InfosRendering", 0}, {"Infos", 0}};
   const QAVString catalog("QAVRbaLiveHUDDlg");
   const QAVUnicodeString parameters[] = {QAVUnicodeString("1920"), QAVUnicodeString("1080")};
 

@@ -22,7 +22,9 @@ class QAVHOST_API QAVViewRenderer {
 
   // Overlays: a ring of the given centre and radius (pixels, from the top
   // left) and line width, blended over an 8-bit RGB or RGBA image with
-  // anti-aliased edges. Parts outside the image are clipped.
+  // anti-aliased edges. Parts outside the image are clipped; a ring with a
+  // coordinate, radius or width that is not a number or beyond 1e7 pixels is
+  // not drawn.
   static void DrawRing(QAVPixelImage& image, double centerX, double centerY, double radius,
                        double lineWidth, unsigned char red, unsigned char green,
                        unsigned char blue);

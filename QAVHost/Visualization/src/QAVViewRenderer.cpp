@@ -119,16 +119,25 @@ void QAVViewRenderer::DrawRing(QAVPixelImage& image, double centerX, double cent
                                unsigned char blue) {
   const QAVPixelFormat format = image.GetFormat();
   if (format != QAVPixelFormat::RGB && format != QAVPixelFormat::RGBA) return;
-  if (!std::isfinite(centerX) || !std::isfinite(centerY) || !std::isfinite(radius) ||
-      !(lineWidth > 0))
+  // Beyond ten million pixels a ring has nothing to do with any picture (and
+  // its distances lose their precision): none is drawn, as for non-numbers.
+  constexpr double kFar = 1e7;
+  if (!(std::abs(centerX) < kFar && std::abs(centerY) < kFar && std::abs(radius) < kFar &&
+        lineWidth > 0 && lineWidth < kFar))
     return;
   const int channels = QAVPixelImage::GetChannelCount(format);
   auto* pixels = static_cast<std::uint8_t*>(image.GetPixels());
   const double reach = std::abs(radius) + lineWidth;
-  const int x0 = std::max(0, static_cast<int>(std::floor(centerX - reach)));
-  const int x1 = std::min(image.GetWidth() - 1, static_cast<int>(std::ceil(centerX + reach)));
-  const int y0 = std::max(0, static_cast<int>(std::floor(centerY - reach)));
-  const int y1 = std::min(image.GetHeight() - 1, static_cast<int>(std::ceil(centerY + reach)));
+  // The box around the ring, clipped to the image in floating point first.
+  const double left = std::max(0.0, std::floor(centerX - reach));
+  const double right = std::min(image.GetWidth() - 1.0, std::ceil(centerX + reach));
+  const double top = std::max(0.0, std::floor(centerY - reach));
+  const double bottom = std::min(image.GetHeight() - 1.0, std::ceil(centerY + reach));
+  if (!(left <= right && top <= bottom)) return;
+  const int x0 = static_cast<int>(left);
+  const int x1 = static_cast<int>(right);
+  const int y0 = static_cast<int>(top);
+  const int y1 = static_cast<int>(bottom);
   const std::array<double, 3> ink = {static_cast<double>(red), static_cast<double>(green),
                                      static_cast<double>(blue)};
   for (int y = y0; y <= y1; ++y) {
