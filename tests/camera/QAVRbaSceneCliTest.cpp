@@ -87,4 +87,27 @@ TEST_F(SceneCliTest, FocusAndCircle) {
   EXPECT_EQ(run.out, "centre\t480 270\nradius\t172.5\noffset\t40\n");
 }
 
+TEST_F(SceneCliTest, LiveHudLinesAndPicture) {
+  qavtest::ProgramRun run =
+      qavtest::RunQavrba("hud " + _showroom +
+                             " --in-progress --total 256 --render 17 --resources GPU "
+                             "--backplate plates/road.png -o hud.svg",
+                         _scratch);
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out,
+            "Rendering in progress...\nRendering information\nResolution: 960 x 540\n"
+            "Ambience: StudioWhite\nBackplate: plates/road\nResources: GPU\n"
+            "Frames rendered: 17\nTotal: 256\n");
+  const std::string svg = qavtest::ReadFile(_scratch.path() / "hud.svg");
+  EXPECT_NE(svg.find("<image x=\"0\" y=\"0\" width=\"960\" height=\"540\" "
+                     "href=\"data:image/png;base64,iVBORw0KGgo"),
+            std::string::npos);
+  EXPECT_NE(svg.find(">Total: 256</text>"), std::string::npos);
+
+  // Not in progress, no backplate: those lines are hidden.
+  run = qavtest::RunQavrba("hud " + _showroom + " --ambience /studio/Dusk.hdr", _scratch);
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out, "Rendering information\nResolution: 960 x 540\nAmbience: /studio/Dusk\n");
+}
+
 }  // namespace

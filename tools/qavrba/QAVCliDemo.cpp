@@ -193,6 +193,8 @@ int RunDemo() {
   status |= DemoBlackbody();
   Section("Colour management");
   status |= DemoColor(resources);
+  Section("Camera, depth of field and the live HUD (resources/scenes/showroom)");
+  status |= DemoScene(resources);
   std::printf(status == 0 ? "\nDone.\n" : "\nDone, with errors (see above).\n");
   return status == 0 ? 0 : 1;
 }

@@ -16,4 +16,9 @@ int DemoBlackbody();
 // management, and prints them.
 int DemoColor(const std::string& resourcesDir);
 
+// Opens the showroom scene: the exposure correction of a few apertures, what
+// lies at the centre of the view, the autofocus distance, the focus circle and
+// the live HUD's lines.
+int DemoScene(const std::string& resourcesDir);
+
 #endif

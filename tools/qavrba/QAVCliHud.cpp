@@ -1,0 +1,223 @@
+// qavrba hud: the live renderer's heads-up display over the view of a scene,
+// as text and as a picture (SVG with the view embedded as PNG).
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "QAV3DViewer.h"
+#include "QAVCli.h"
+#include "QAVCliDemoParts.h"
+#include "QAVCliScene.h"
+#include "QAVModelObject.h"
+#include "QAVPickPath.h"
+#include "QAVPngFile.h"
+#include "QAVRbaLiveHUDDlg.h"
+#include "QAVRbaLiveHUDSingleton.h"
+#include "QAVRbaLiveUIServices.h"
+#include "QAVRbaPhotoDataInit.h"
+#include "QAVSettingRepository.h"
+#include "QAVViewRenderer.h"
+
+namespace {
+
+struct HudOptions {
+  std::string scene;
+  std::string output;
+  std::string resources = "CPU";
+  int total = 0;
+  std::string render = "0";
+  bool inProgress = false;
+  std::string ambience;
+  std::string backplate;
+};
+
+std::string Base64(const std::string& bytes) {
+  static const char* const kDigits =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::string out;
+  out.reserve((bytes.size() + 2) / 3 * 4);
+  for (std::size_t i = 0; i < bytes.size(); i += 3) {
+    const std::size_t n = bytes.size() - i;
+    const unsigned v = static_cast<unsigned char>(bytes[i]) << 16U |
+                       (n > 1 ? static_cast<unsigned char>(bytes[i + 1]) << 8U : 0U) |
+                       (n > 2 ? static_cast<unsigned char>(bytes[i + 2]) : 0U);
+    out += kDigits[(v >> 18U) & 63U];
+    out += kDigits[(v >> 12U) & 63U];
+    out += n > 1 ? kDigits[(v >> 6U) & 63U] : '=';
+    out += n > 2 ? kDigits[v & 63U] : '=';
+  }
+  return out;
+}
+
+std::string Escaped(const std::string& text) {
+  std::string out;
+  for (const char c : text) {
+    switch (c) {
+      case '&':
+        out += "&amp;";
+        break;
+      case '<':
+        out += "&lt;";
+        break;
+      case '>':
+        out += "&gt;";
+        break;
+      case '"':
+        out += "&quot;";
+        break;
+      default:
+        out += c;
+    }
+  }
+  return out;
+}
+
+// The labels of the display shown on screen, top to bottom, with the title of
+// their frame first.
+void ShownLines(const QAVDlgWidget& widget, std::vector<std::string>& lines) {
+  if (!widget.IsShown()) return;
+  const std::string title = widget.GetTitle().ToString().str();
+  if (!title.empty() && widget.GetKind() != QAVDlgKind::Dialog) lines.push_back(title);
+  for (int i = 0; i < widget.GetChildCount(); ++i)
+    ShownLines(*widget.GetChild(i), lines);
+}
+
+std::string Svg(const std::string& png, int width, int height,
+                const std::vector<std::string>& lines) {
+  constexpr int kLine = 20;
+  const int panelHeight = 16 + kLine * static_cast<int>(lines.size());
+  std::string svg = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + std::to_string(width) +
+                    "\" height=\"" + std::to_string(height) + "\" viewBox=\"0 0 " +
+                    std::to_string(width) + " " + std::to_string(height) + "\">\n";
+  svg += "<image x=\"0\" y=\"0\" width=\"" + std::to_string(width) + "\" height=\"" +
+         std::to_string(height) + "\" href=\"data:image/png;base64," + Base64(png) + "\"/>\n";
+  svg += "<rect x=\"12\" y=\"12\" width=\"300\" height=\"" + std::to_string(panelHeight) +
+         "\" rx=\"6\" fill=\"#101418\" fill-opacity=\"0.72\"/>\n";
+  int y = 12 + 8 + 14;
+  bool first = true;
+  for (const std::string& line : lines) {
+    svg += "<text x=\"24\" y=\"" + std::to_string(y) +
+           "\" font-family=\"DejaVu Sans, sans-serif\" font-size=\"14\" fill=\"" +
+           (first ? std::string("#ffd34d") : std::string("#f2f4f7")) + "\">" + Escaped(line) +
+           "</text>\n";
+    first = false;
+    y += kLine;
+  }
+  return svg + "</svg>\n";
+}
+
+// The HUD of a scene opened by `driver`: its lines as shown after an idle moment.
+std::vector<std::string> HudLines(QAVHostDriver& driver, const HudOptions& options) {
+  QAV3DViewer* viewer = driver.GetSceneViewer();
+  float width = 0.0F;
+  float height = 0.0F;
+  viewer->GetGraphicSize(width, height);
+  QAVRbaLiveHUDSingleton* singleton = QAVRbaLiveHUDSingleton::Get();
+  QAVRbaLiveHUDDlg* hud = singleton->CreateHUDDlg(300, 160);
+  hud->SetResolution(static_cast<int>(width), static_cast<int>(height));
+  hud->SetAmbienceInfos(QAVUnicodeString(
+      (options.ambience.empty() ? driver.GetScene()->environment : options.ambience).c_str()));
+  hud->SetBackplateInfos(QAVUnicodeString(options.backplate.c_str()));
+  // As the renderer does: push, ask for a flush at idle, let the host reach it.
+  singleton->PushHUDInfos(QAVUnicodeString(options.resources.c_str()), options.total,
+                          QAVUnicodeString(), QAVUnicodeString(options.render.c_str()),
+                          options.inProgress);
+  singleton->FlushHUDInfos(true);
+  driver.Idle();
+  std::vector<std::string> lines;
+  ShownLines(*hud, lines);
+  singleton->RemoveHUDDlg();
+  driver.Idle();
+  return lines;
+}
+
+int Hud(const HudOptions& options) {
+  // The HUD's texts are in the shipped message catalogs unless told otherwise.
+  ::setenv("QAVHOST_RESOURCE_PATH", qavcli::ResourcesDir().c_str(), 0);
+  const std::unique_ptr<QAVHostDriver> driver = qavcli::OpenScene(options.scene);
+  if (!driver) return 1;
+  const std::vector<std::string> lines = HudLines(*driver, options);
+  for (const std::string& line : lines)
+    std::printf("%s\n", line.c_str());
+  if (options.output.empty()) return 0;
+
+  QAVRef<QAVPixelImage> image;
+  std::string png;
+  std::string error;
+  if (FAILED(QAVViewRenderer::Render(driver->GetSceneViewer(), image)) ||
+      FAILED(QAVPngFile::Encode(*image, png, error)))
+    return qavcli::Fail("the view cannot be drawn: " + error);
+  std::ofstream out(options.output, std::ios::binary | std::ios::trunc);
+  out << Svg(png, image->GetWidth(), image->GetHeight(), lines);
+  if (!out.flush()) return qavcli::Fail(options.output + ": cannot be written");
+  return 0;
+}
+
+void Setup(CLI::App& program) {
+  auto options = std::make_shared<HudOptions>();
+  CLI::App* hud = program.add_subcommand(
+      "hud",
+      "The live renderer's heads-up display over the view of a scene: its lines, and "
+      "with -o a picture (SVG).");
+  hud->add_option("scene", options->scene, "Scene file (JSON)")->required();
+  hud->add_option("-o,--output", options->output, "The SVG picture to write");
+  hud->add_option("--resources", options->resources, "The resources text");
+  hud->add_option("--total", options->total, "The total")->check(CLI::Range(0, 1 << 30));
+  hud->add_option("--render", options->render, "The frames rendered text");
+  hud->add_flag("--in-progress", options->inProgress, "Rendering is in progress");
+  hud->add_option("--ambience", options->ambience,
+                  "The ambience file (default: the scene's environment)");
+  hud->add_option("--backplate", options->backplate, "The backplate file (none: hidden)");
+  qavcli::OnRun(hud, [options] { return Hud(*options); });
+}
+
+}  // namespace
+
+int DemoScene(const std::string& resourcesDir) {
+  const std::unique_ptr<QAVHostDriver> driver =
+      qavcli::OpenScene(resourcesDir + "/scenes/showroom/scene.json");
+  if (!driver) return 1;
+  float apertures[QAVRbaApertureValueCount];
+  InitApertureValues(apertures);
+  std::printf("exposure correction from f/8:");
+  for (const float f : {1.4F, 5.6F, 8.0F, 22.0F, 7.0F})
+    std::printf("  f/%g %+g EV", static_cast<double>(f),
+                static_cast<double>(GetEVCorrectionForAperture(f, apertures)));
+  std::printf("   (7 is off the ladder)\n");
+
+  std::vector<QAVRef<QAVPickPath>> paths;
+  driver->GetSceneViewer()->Pick(480, 270, 1, 1, 0, paths);
+  std::printf("at the centre of the view, nearest first:");
+  for (const QAVRef<QAVPickPath>& path : paths)
+    if (const QAVModelObject* object = path->GetRep(1)->GetModelObject())
+      std::printf("  %s \"%s\" at %.1f mm", object->IsA(), object->GetAlias().ToString().c_str(),
+                  path->GetDistance());
+  std::printf("\n");
+  QAVSettingRepository* camera = QAVSettingRepository::GetRepository("QAVRbaDemoCamera");
+  float distance = 0.0F;
+  if (camera && SUCCEEDED(QAVRbaLiveUIServices::SetFocusOnViewpoint(driver->GetSceneViewer(),
+                                                                    camera, distance)))
+    std::printf("autofocus: %.1f mm (the sticker in front is passed over)\n",
+                static_cast<double>(distance));
+  QAVMathPoint2Df center{};
+  float radius = 0.0F;
+  float offset = 0.0F;
+  if (SUCCEEDED(QAVRbaLiveUIServices::ComputeVoodooCircle(center, radius, offset)))
+    std::printf("focus circle: centre %g %g, radius %g, unusable band %g\n",
+                static_cast<double>(center.x), static_cast<double>(center.y),
+                static_cast<double>(radius), static_cast<double>(offset));
+  HudOptions options;
+  options.resources = "CPU";
+  options.total = 128;
+  options.render = "32";
+  options.inProgress = true;
+  std::printf("live HUD:\n");
+  for (const std::string& line : HudLines(*driver, options))
+    std::printf("  %s\n", line.c_str());
+  return 0;
+}
+
+QAV_CLI_COMMAND("hud", Setup);
