@@ -60,6 +60,19 @@ TEST_F(SceneCliTest, FocusAndCircle) {
   qavtest::ProgramRun run = qavtest::RunQavrba("dof focus " + _showroom, _scratch);
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_NEAR(std::stod(run.out), 837.08, 0.01);
+  EXPECT_NE(run.out.find("\tQAVPart \"Vase\"\n"), std::string::npos) << "what took the focus";
+  run = qavtest::RunQavrba("dof focus " + _showroom + " --mode 2 --point 230 40 100 -o f.png",
+                           _scratch);
+  ASSERT_EQ(run.status, 0) << run.err;
+  int width = 0;
+  int height = 0;
+  std::vector<unsigned char> rgb;
+  ASSERT_TRUE(qavtest::DecodePng(qavtest::ReadFile(_scratch.path() / "f.png"), width, height, rgb));
+  EXPECT_EQ(width, 960);
+  int marked = 0;  // pixels of the focus point's marker, in amber
+  for (std::size_t i = 0; i + 2 < rgb.size(); i += 3)
+    marked += rgb[i] == 255 && rgb[i + 1] == 196 && rgb[i + 2] == 40;
+  EXPECT_GT(marked, 20);
   run = qavtest::RunQavrba("dof focus " + _showroom + " --mode 0 --distance 1200", _scratch);
   EXPECT_EQ(run.out, "1200\n");
   run = qavtest::RunQavrba("dof focus " + _showroom + " --mode 2 --point 0 0 350", _scratch);
@@ -69,9 +82,6 @@ TEST_F(SceneCliTest, FocusAndCircle) {
   // The view with the focus circle over it: the circle's colour on its top.
   run = qavtest::RunQavrba("scene view " + _showroom + " -o view.png --focus-circle", _scratch);
   ASSERT_EQ(run.status, 0) << run.err;
-  int width = 0;
-  int height = 0;
-  std::vector<unsigned char> rgb;
   ASSERT_TRUE(
       qavtest::DecodePng(qavtest::ReadFile(_scratch.path() / "view.png"), width, height, rgb));
   EXPECT_EQ(width, 960);
@@ -82,9 +92,13 @@ TEST_F(SceneCliTest, FocusAndCircle) {
   EXPECT_EQ(qavtest::RunQavrba("scene view " + _showroom + " -o .", _scratch).status, 1);
   EXPECT_EQ(qavtest::RunQavrba("scene view " + _showroom, _scratch).status, 2);
 
-  run = qavtest::RunQavrba("dof circle " + _showroom, _scratch);
+  run = qavtest::RunQavrba("dof circle " + _showroom + " -o circle.svg", _scratch);
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_EQ(run.out, "centre\t480 270\nradius\t172.5\noffset\t40\n");
+  const std::string svg = qavtest::ReadFile(_scratch.path() / "circle.svg");
+  EXPECT_NE(svg.find("<circle cx=\"480\" cy=\"270\" r=\"172.5\""), std::string::npos);
+  EXPECT_NE(svg.find("<rect x=\"0\" y=\"500\" width=\"960\" height=\"40\""), std::string::npos)
+      << "the unusable band, to scale";
 }
 
 TEST_F(SceneCliTest, LiveHudLinesAndPicture) {

@@ -145,6 +145,15 @@ TEST_F(PickTest, RaysFollowTheViewpointAndTheMatricesCompose) {
   EXPECT_NEAR(direction.z / direction.x, std::tan(30.0 * 3.14159265358979 / 180), 1e-9);
   _viewer->GetRay(200, 50, origin, direction);
   EXPECT_LT(direction.y, 0);  // the right of the picture, looking along +x with z up, is -y
+  // Projecting a point of the ray gives the pixel back; behind the eye, nothing.
+  double x = -1;
+  double y = -1;
+  ASSERT_TRUE(_viewer->Project(
+      origin + QAVMathVector{3 * direction.x, 3 * direction.y, 3 * direction.z}, x, y));
+  EXPECT_NEAR(x, 200, 1e-9);
+  EXPECT_NEAR(y, 50, 1e-9);
+  EXPECT_FALSE(_viewer->Project({-20, 0, 0}, x, y));
+  EXPECT_NEAR(x, 200, 1e-9) << "untouched";
 }
 
 TEST(SceneRepresentationTest, TreesAndGeometryRefuseWhatDoesNotFit) {

@@ -1,4 +1,6 @@
 // qavrba dof: depth-of-field services.
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -6,9 +8,14 @@
 
 #include "QAV3DViewer.h"
 #include "QAVCli.h"
+#include "QAVCliPicture.h"
 #include "QAVCliScene.h"
+#include "QAVModelObject.h"
+#include "QAVPickPath.h"
+#include "QAVPngFile.h"
 #include "QAVRbaLiveUIServices.h"
 #include "QAVSettingRepository.h"
+#include "QAVViewRenderer.h"
 
 namespace {
 
@@ -35,7 +42,20 @@ int Bokeh(const std::vector<float>& apertures) {
   return status;
 }
 
-int Circle(const std::string& scene) {
+// The view of the scene shown, drawn (null when it cannot be).
+QAVRef<QAVPixelImage> View(QAVHostDriver& driver) {
+  QAVRef<QAVPixelImage> image;
+  if (FAILED(QAVViewRenderer::Render(driver.GetSceneViewer(), image))) return nullptr;
+  return image;
+}
+
+std::string Number(double value) {
+  char text[32];
+  (void)std::snprintf(text, sizeof text, "%g", value);
+  return text;
+}
+
+int Circle(const std::string& scene, const std::string& output) {
   const std::unique_ptr<QAVHostDriver> driver = qavcli::OpenScene(scene);
   if (!driver) return 1;
   QAVMathPoint2Df center{};
@@ -46,7 +66,21 @@ int Circle(const std::string& scene) {
   std::printf("centre\t%g %g\nradius\t%g\noffset\t%g\n", static_cast<double>(center.x),
               static_cast<double>(center.y), static_cast<double>(radius),
               static_cast<double>(offset));
-  return 0;
+  if (output.empty()) return 0;
+  const QAVRef<QAVPixelImage> view = View(*driver);
+  if (!view) return qavcli::Fail("the view cannot be drawn");
+  // To scale: the unusable band at the bottom hatched dark, the circle in amber.
+  const double height = view->GetHeight();
+  std::string svg = qavcli::SvgOverView(*view);
+  svg += "<rect x=\"0\" y=\"" + Number(height - offset) + "\" width=\"" + Number(view->GetWidth()) +
+         "\" height=\"" + Number(offset) + "\" fill=\"#202830\" fill-opacity=\"0.55\"/>\n";
+  svg += "<circle cx=\"" + Number(center.x) + "\" cy=\"" + Number(center.y) + "\" r=\"" +
+         Number(radius) + "\" fill=\"none\" stroke=\"#ffc428\" stroke-width=\"2\"/>\n";
+  svg += "<text x=\"8\" y=\"" + Number(height - offset / 2 + 5) +
+         "\" font-family=\"DejaVu Sans, sans-serif\" font-size=\"13\" fill=\"#f2f4f7\">"
+         "unusable band, " +
+         Number(offset) + " px</text>\n</svg>\n";
+  return qavcli::WritePicture(output, svg);
 }
 
 struct FocusOptions {
@@ -54,7 +88,25 @@ struct FocusOptions {
   int mode = 1;
   float distance = 0.0F;
   std::vector<float> point;
+  std::string output;
 };
+
+// The object of the first path at the view's centre whose intersection is at
+// the focus distance: the one the autofocus took.
+std::string FocusedObject(QAV3DViewer& viewer, float distance) {
+  float width = 0.0F;
+  float height = 0.0F;
+  viewer.GetGraphicSize(width, height);
+  std::vector<QAVRef<QAVPickPath>> paths;
+  viewer.Pick(static_cast<int>(width * 0.5F), static_cast<int>(height * 0.5F), 1, 1, 0, paths);
+  for (const QAVRef<QAVPickPath>& path : paths) {
+    if (std::abs(path->GetDistance() - distance) > 1e-3 * std::max(1.0F, distance)) continue;
+    for (int i = 0; i < path->GetRepCount(); ++i)
+      if (const QAVModelObject* object = path->GetRep(i)->GetModelObject())
+        return std::string(object->IsA()) + " \"" + object->GetAlias().ToString().str() + "\"";
+  }
+  return "";
+}
 
 int Focus(const FocusOptions& options) {
   const std::unique_ptr<QAVHostDriver> driver = qavcli::OpenScene(options.scene);
@@ -67,13 +119,45 @@ int Focus(const FocusOptions& options) {
   const char* keys[] = {"FocalPointX", "FocalPointY", "FocalPointZ"};
   for (std::size_t i = 0; i < options.point.size() && i < 3; ++i)
     camera->WriteSetting(keys[i], &options.point[i]);
+  QAV3DViewer* viewer = driver->GetSceneViewer();
   float distance = 0.0F;
-  if (FAILED(QAVRbaLiveUIServices::SetFocusOnViewpoint(driver->GetSceneViewer(), camera, distance)))
+  if (FAILED(QAVRbaLiveUIServices::SetFocusOnViewpoint(viewer, camera, distance)))
     return qavcli::Fail(options.mode == 1
                             ? "no focus: nothing but stickers, cameras, lights or environments "
                               "at the centre of the view"
                             : "no focus");
-  std::printf("%g\n", static_cast<double>(distance));
+  const std::string object = options.mode == 1 ? FocusedObject(*viewer, distance) : "";
+  std::printf("%g%s%s\n", static_cast<double>(distance), object.empty() ? "" : "\t",
+              object.c_str());
+  if (options.output.empty()) return 0;
+  QAVRef<QAVPixelImage> view = View(*driver);
+  if (!view) return qavcli::Fail("the view cannot be drawn");
+  // The focus point: the view's centre for the autofocus, the point projected
+  // for a focus point, none for a distance.
+  float width = 0.0F;
+  float height = 0.0F;
+  viewer->GetGraphicSize(width, height);
+  double x = -1;
+  double y = -1;
+  bool marked = false;
+  if (options.mode == 1) {
+    x = static_cast<int>(width * 0.5F);
+    y = static_cast<int>(height * 0.5F);
+    marked = true;
+  } else if (options.mode == 2) {
+    const float* p = options.point.data();
+    const bool given = options.point.size() == 3;
+    marked =
+        viewer->Project(QAVMathPoint(given ? p[0] : 0, given ? p[1] : 0, given ? p[2] : 0), x, y);
+  }
+  if (marked) {
+    x *= view->GetWidth() / static_cast<double>(width);
+    y *= view->GetHeight() / static_cast<double>(height);
+    QAVViewRenderer::DrawRing(*view, x, y, 9, 2.5, 255, 196, 40);
+    QAVViewRenderer::DrawRing(*view, x, y, 1.5, 3, 255, 196, 40);
+  }
+  std::string error;
+  if (FAILED(QAVPngFile::Write(*view, options.output, error))) return qavcli::Fail(error);
   return 0;
 }
 
@@ -87,10 +171,14 @@ void Setup(CLI::App& program) {
   qavcli::OnRun(bokeh, [apertures] { return Bokeh(*apertures); });
 
   auto circleScene = std::make_shared<std::string>();
+  auto circleOut = std::make_shared<std::string>();
   CLI::App* circle = dof->add_subcommand(
       "circle", "The focus circle over the view of a scene: centre, radius, unusable band.");
   circle->add_option("scene", *circleScene, "Scene file (JSON)")->required();
-  qavcli::OnRun(circle, [circleScene] { return Circle(*circleScene); });
+  circle->add_option("-o,--output", *circleOut,
+                     "A picture of the view with the band and the circle, to scale: .svg, or "
+                     ".png (through rsvg-convert)");
+  qavcli::OnRun(circle, [circleScene, circleOut] { return Circle(*circleScene, *circleOut); });
 
   auto focus = std::make_shared<FocusOptions>();
   CLI::App* focusCommand = dof->add_subcommand(
@@ -105,6 +193,8 @@ void Setup(CLI::App& program) {
   focusCommand->add_option("--point", focus->point, "X Y Z of mode 2")
       ->expected(3)
       ->check(qavcli::FiniteNumber(-1e12, 1e12));
+  focusCommand->add_option("-o,--output", focus->output,
+                           "A PNG picture of the view with the focus point marked");
   qavcli::OnRun(focusCommand, [focus] { return Focus(*focus); });
 }
 

@@ -2,7 +2,6 @@
 // as text and as a picture (SVG with the view embedded as PNG).
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -10,10 +9,10 @@
 #include "QAV3DViewer.h"
 #include "QAVCli.h"
 #include "QAVCliDemoParts.h"
+#include "QAVCliPicture.h"
 #include "QAVCliScene.h"
 #include "QAVModelObject.h"
 #include "QAVPickPath.h"
-#include "QAVPngFile.h"
 #include "QAVRbaLiveHUDDlg.h"
 #include "QAVRbaLiveHUDSingleton.h"
 #include "QAVRbaLiveUIServices.h"
@@ -34,47 +33,6 @@ struct HudOptions {
   std::string backplate;
 };
 
-std::string Base64(const std::string& bytes) {
-  static const char* const kDigits =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  std::string out;
-  out.reserve((bytes.size() + 2) / 3 * 4);
-  for (std::size_t i = 0; i < bytes.size(); i += 3) {
-    const std::size_t n = bytes.size() - i;
-    const unsigned v = static_cast<unsigned char>(bytes[i]) << 16U |
-                       (n > 1 ? static_cast<unsigned char>(bytes[i + 1]) << 8U : 0U) |
-                       (n > 2 ? static_cast<unsigned char>(bytes[i + 2]) : 0U);
-    out += kDigits[(v >> 18U) & 63U];
-    out += kDigits[(v >> 12U) & 63U];
-    out += n > 1 ? kDigits[(v >> 6U) & 63U] : '=';
-    out += n > 2 ? kDigits[v & 63U] : '=';
-  }
-  return out;
-}
-
-std::string Escaped(const std::string& text) {
-  std::string out;
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        out += "&amp;";
-        break;
-      case '<':
-        out += "&lt;";
-        break;
-      case '>':
-        out += "&gt;";
-        break;
-      case '"':
-        out += "&quot;";
-        break;
-      default:
-        out += c;
-    }
-  }
-  return out;
-}
-
 // The labels of the display shown on screen, top to bottom, with the title of
 // their frame first.
 void ShownLines(const QAVDlgWidget& widget, std::vector<std::string>& lines) {
@@ -85,15 +43,10 @@ void ShownLines(const QAVDlgWidget& widget, std::vector<std::string>& lines) {
     ShownLines(*widget.GetChild(i), lines);
 }
 
-std::string Svg(const std::string& png, int width, int height,
-                const std::vector<std::string>& lines) {
+std::string HudSvg(const QAVPixelImage& view, const std::vector<std::string>& lines) {
   constexpr int kLine = 20;
   const int panelHeight = 16 + kLine * static_cast<int>(lines.size());
-  std::string svg = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + std::to_string(width) +
-                    "\" height=\"" + std::to_string(height) + "\" viewBox=\"0 0 " +
-                    std::to_string(width) + " " + std::to_string(height) + "\">\n";
-  svg += "<image x=\"0\" y=\"0\" width=\"" + std::to_string(width) + "\" height=\"" +
-         std::to_string(height) + "\" href=\"data:image/png;base64," + Base64(png) + "\"/>\n";
+  std::string svg = qavcli::SvgOverView(view);
   svg += "<rect x=\"12\" y=\"12\" width=\"300\" height=\"" + std::to_string(panelHeight) +
          "\" rx=\"6\" fill=\"#101418\" fill-opacity=\"0.72\"/>\n";
   int y = 12 + 8 + 14;
@@ -101,8 +54,8 @@ std::string Svg(const std::string& png, int width, int height,
   for (const std::string& line : lines) {
     svg += "<text x=\"24\" y=\"" + std::to_string(y) +
            "\" font-family=\"DejaVu Sans, sans-serif\" font-size=\"14\" fill=\"" +
-           (first ? std::string("#ffd34d") : std::string("#f2f4f7")) + "\">" + Escaped(line) +
-           "</text>\n";
+           (first ? std::string("#ffd34d") : std::string("#f2f4f7")) + "\">" +
+           qavcli::SvgEscaped(line) + "</text>\n";
     first = false;
     y += kLine;
   }
@@ -145,15 +98,9 @@ int Hud(const HudOptions& options) {
   if (options.output.empty()) return 0;
 
   QAVRef<QAVPixelImage> image;
-  std::string png;
-  std::string error;
-  if (FAILED(QAVViewRenderer::Render(driver->GetSceneViewer(), image)) ||
-      FAILED(QAVPngFile::Encode(*image, png, error)))
-    return qavcli::Fail("the view cannot be drawn: " + error);
-  std::ofstream out(options.output, std::ios::binary | std::ios::trunc);
-  out << Svg(png, image->GetWidth(), image->GetHeight(), lines);
-  if (!out.flush()) return qavcli::Fail(options.output + ": cannot be written");
-  return 0;
+  if (FAILED(QAVViewRenderer::Render(driver->GetSceneViewer(), image)))
+    return qavcli::Fail("the view cannot be drawn");
+  return qavcli::WritePicture(options.output, HudSvg(*image, lines));
 }
 
 void Setup(CLI::App& program) {
@@ -161,9 +108,10 @@ void Setup(CLI::App& program) {
   CLI::App* hud = program.add_subcommand(
       "hud",
       "The live renderer's heads-up display over the view of a scene: its lines, and "
-      "with -o a picture (SVG).");
+      "with -o a picture of it over the view.");
   hud->add_option("scene", options->scene, "Scene file (JSON)")->required();
-  hud->add_option("-o,--output", options->output, "The SVG picture to write");
+  hud->add_option("-o,--output", options->output,
+                  "The picture to write: .svg, or .png (through rsvg-convert)");
   hud->add_option("--resources", options->resources, "The resources text");
   hud->add_option("--total", options->total, "The total")->check(CLI::Range(0, 1 << 30));
   hud->add_option("--render", options->render, "The frames rendered text");

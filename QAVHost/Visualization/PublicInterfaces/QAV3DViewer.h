@@ -43,6 +43,10 @@ class QAVHOST_API QAV3DViewer : public QAVViewer {
   // The ray of a point of the graphic area (in pixels from its top left), from
   // the eye of the main viewpoint, with a unit direction.
   void GetRay(double x, double y, QAVMathPoint& origin, QAVMathVector& direction) const;
+  // The point of the graphic area where a point of the scene is seen (the
+  // inverse of GetRay); false, leaving x and y, for a point not in front of
+  // the eye.
+  bool Project(const QAVMathPoint& point, double& x, double& y) const;
 
  private:
   QAVRef<QAVVizViewer> _vizViewer;

@@ -61,6 +61,27 @@ void QAV3DViewer::GetRay(double x, double y, QAVMathPoint& origin, QAVMathVector
                     forward.z + u * right.z + v * up.z});
 }
 
+bool QAV3DViewer::Project(const QAVMathPoint& point, double& x, double& y) const {
+  float width = 0.0F;
+  float height = 0.0F;
+  GetGraphicSize(width, height);
+  const QAV3DViewpoint& view = *_mainViewpoint;
+  const QAVMathPoint eye = view.GetOrigin();
+  const QAVMathVector forward = Unit(view.GetTarget() - eye);
+  const QAVMathVector right = Unit(Cross(forward, view.GetUpDirection()));
+  const QAVMathVector up = Cross(right, forward);
+  const QAVMathVector d = point - eye;
+  const double depth = d.x * forward.x + d.y * forward.y + d.z * forward.z;
+  if (!(depth > 0) || !(width > 0) || !(height > 0)) return false;
+  const double halfHeight = std::tan(view.GetFieldOfView() * std::numbers::pi / 360.0);
+  const double aspect = static_cast<double>(width) / height;
+  const double u = (d.x * right.x + d.y * right.y + d.z * right.z) / depth / (halfHeight * aspect);
+  const double v = (d.x * up.x + d.y * up.y + d.z * up.z) / depth / halfHeight;
+  x = (u + 1.0) * width / 2.0;
+  y = (1.0 - v) * height / 2.0;
+  return true;
+}
+
 HRESULT QAV3DViewer::Pick(int x, int y, int boxWidth, int boxHeight, int /*style*/,
                           std::vector<QAVRef<QAVPickPath>>& paths) {
   paths.clear();
