@@ -125,9 +125,27 @@ void Setup(CLI::App& program) {
 }  // namespace
 
 int DemoScene(const std::string& resourcesDir) {
+  // The shipped graphic directory first, so that its studio folder and bokeh
+  // textures are found (the last entry is never searched).
+  const std::string graphic = resourcesDir + "/graphic";
+  ::setenv("QAVGraphicPath", (graphic + ":" + graphic + "/fallback").c_str(), 1);
   const std::unique_ptr<QAVHostDriver> driver =
       qavcli::OpenScene(resourcesDir + "/scenes/showroom/scene.json");
   if (!driver) return 1;
+  for (const char* preset : {"PureWhite", "City"}) {
+    QAVString name;
+    QAVString path;
+    QAVRbaLiveUIServices::RetrieveAssociatedAmbience(QAVString(preset), name, path);
+    std::printf("ambience preset %s -> %s\n", preset, path.IsEmpty() ? "(none)" : path.c_str());
+  }
+  if (QAVISpecObject* ambience =
+          QAVRbaLiveUIServices::RetrieveCurrentModelAmbience(QAVUnicodeString("Studio white"))) {
+    std::printf("the product's ambience \"Studio white\": %s\n", ambience->IsA());
+    ambience->Release();
+  }
+  QAVString bokeh;
+  if (SUCCEEDED(QAVRbaLiveUIServices::RetrieveAssociatedBokehImage(5.6F, bokeh)))
+    std::printf("bokeh texture at f/5.6: %s\n", bokeh.c_str());
   float apertures[QAVRbaApertureValueCount];
   InitApertureValues(apertures);
   std::printf("exposure correction from f/8:");
