@@ -30,10 +30,12 @@ TEST_F(DemoCliTest, TourRunsSaysWhatIsOnPurposeAndCleansUp) {
   const auto notice = run.out.find("the first is an error written on purpose");
   EXPECT_NE(notice, std::string::npos) << run.out;
   EXPECT_NE(all.find("[ERROR]"), std::string::npos) << all;
-  for (const char* part : {"keys declared", "received ", "Black-body tints", "Colour management,",
-                           "AmbienceStudio/ambiences/studio_pure_white_2K.hdr", "f/5.6 -1 EV",
-                           "autofocus: 837.1 mm", "focus circle: centre 480 270, radius 172.5",
-                           "  Frames rendered: 32\n  Total: 128\n", "Done."})
+  for (const char* part :
+       {"keys declared", "received ", "Black-body tints", "Colour management,",
+        "AmbienceStudio/ambiences/studio_pure_white_2K.hdr", "f/5.6 -1 EV", "autofocus: 837.1 mm",
+        "focus circle: centre 480 270, radius 172.5", "  Frames rendered: 32\n  Total: 128\n",
+        "the ambience updater received OnCameraChange(7)", "background \"City\": dome image",
+        "Done."})
     EXPECT_NE(run.out.find(part), std::string::npos) << part;
   EXPECT_TRUE(fs::is_empty(temp)) << fs::directory_iterator(temp)->path();
 }

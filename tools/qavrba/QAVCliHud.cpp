@@ -175,6 +175,7 @@ int DemoScene(const std::string& resourcesDir) {
     std::printf("focus circle: centre %g %g, radius %g, unusable band %g\n",
                 static_cast<double>(center.x), static_cast<double>(center.y),
                 static_cast<double>(radius), static_cast<double>(offset));
+  DemoPanels(*driver);
   HudOptions options;
   options.resources = "CPU";
   options.total = 128;
