@@ -69,6 +69,19 @@ void BM_Pick1x1(benchmark::State& state) {
 }
 BENCHMARK(BM_Pick1x1);
 
+void BM_PickCentre(benchmark::State& state) {
+  QAVRef<QAV3DViewer> viewer = WavyViewer();
+  std::vector<QAVRef<QAVPickPath>> paths;
+  viewer->Pick(400, 300, 1, 1, 0, paths);
+  for (auto _ : state) {
+    viewer->Pick(400, 300, 1, 1, 0, paths);
+    benchmark::DoNotOptimize(paths.data());
+  }
+  if (paths.empty()) state.SkipWithError("the centre ray meets nothing");
+  state.SetItemsProcessed(state.iterations());
+}
+BENCHMARK(BM_PickCentre);
+
 void BM_BuildKernelScene(benchmark::State& state) {
   QAVRef<QAV3DViewer> viewer = WavyViewer();
   std::vector<QAVRef<QAVPickPath>> paths;

@@ -32,7 +32,8 @@ TEST_F(DemoCliTest, TourRunsSaysWhatIsOnPurposeAndCleansUp) {
   EXPECT_NE(all.find("[ERROR]"), std::string::npos) << all;
   for (const char* part :
        {"keys declared", "received ", "Black-body tints", "Colour management,",
-        "AmbienceStudio/ambiences/studio_pure_white_2K.hdr", "f/5.6 -1 EV", "autofocus: 837.1 mm",
+        "AmbienceStudio/ambiences/studio_pure_white_2K.hdr", "f/5.6 -1 EV",
+        "aperture ladder: 1 1.2 1.4 1.7 2", "1/2000 1/4000\n", "autofocus: 837.1 mm",
         "focus circle: centre 480 270, radius 172.5", "  Frames rendered: 32\n  Total: 128\n",
         "the ambience updater received OnCameraChange(7)", "background \"City\": dome image",
         "Done."})

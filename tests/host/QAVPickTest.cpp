@@ -8,8 +8,10 @@
 
 #include "QAV3DRep.h"
 #include "QAV3DViewer.h"
+#include "QAVCallbackManager.h"
 #include "QAVModelObject.h"
 #include "QAVPickPath.h"
+#include "QAVPointerEvent.h"
 #include "QAVTestScenes.h"
 #include "QAVTestSupport.h"
 
@@ -108,6 +110,40 @@ TEST_F(PickTest, EveryRepresentationOnTheRayNearestFirstWithItsPath) {
   _viewer->SceneChanged();
   ASSERT_EQ(_viewer->Pick(100, 50, 1, 1, 0, paths), S_OK);
   EXPECT_EQ(paths.size(), 2U);
+}
+
+TEST_F(PickTest, PointerInputCarriesWhatLiesUnderThePointer) {
+  auto part = Square(4, "Bracket");
+  auto root = QAVMakeRef<QAV3DBagRep>();
+  ASSERT_TRUE(root->AddChild(part.get()));
+  _viewer->SetSceneRoot(root.get());
+  struct Seen {
+    std::string event;
+    double x;
+    int button;
+    std::size_t paths;
+  };
+  std::vector<Seen> seen;
+  auto record = [&seen](const char* event, void* data, QAVNotification*, void*, QAVCallback) {
+    const auto* pointer = static_cast<const QAVPointerEvent*>(data);
+    seen.push_back({event, pointer->x, pointer->button, pointer->paths.size()});
+  };
+  QAVCallbackManager* callbacks = _viewer->GetCallbackManager();
+  for (const char* event : {QAVPointerEvent::POINTER_MOVED(), QAVPointerEvent::POINTER_PRESSED(),
+                            QAVPointerEvent::POINTER_RELEASED()})
+    callbacks->AddCallback(event, record);
+  Driver().PointerMove(_viewer.get(), 199, 0);  // off the part
+  Driver().PointerPress(_viewer.get(), 100, 50);
+  Driver().PointerRelease(_viewer.get(), 110, 50, 2);
+  Driver().PointerMove(nullptr, 1, 1);
+  ASSERT_EQ(seen.size(), 3U);
+  EXPECT_EQ(seen[0].event, QAVPointerEvent::POINTER_MOVED());
+  EXPECT_EQ(seen[0].button, 0);
+  EXPECT_EQ(seen[0].paths, 0U);
+  EXPECT_EQ(seen[1].event, QAVPointerEvent::POINTER_PRESSED());
+  EXPECT_EQ(seen[1].paths, 1U);
+  EXPECT_EQ(seen[2].x, 110);
+  EXPECT_EQ(seen[2].button, 2);
 }
 
 TEST_F(PickTest, RaysFollowTheViewpointAndTheMatricesCompose) {

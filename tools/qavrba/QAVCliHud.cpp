@@ -148,7 +148,15 @@ int DemoScene(const std::string& resourcesDir) {
     std::printf("bokeh texture at f/5.6: %s\n", bokeh.c_str());
   float apertures[QAVRbaApertureValueCount];
   InitApertureValues(apertures);
-  std::printf("exposure correction from f/8:");
+  std::printf("aperture ladder:");
+  for (const float f : apertures)
+    std::printf(" %g", static_cast<double>(f));
+  float speeds[QAVRbaSpeedValueCount];
+  InitSpeedValues(speeds);
+  std::printf("\nshutter speeds:");
+  for (const float n : speeds)
+    std::printf(" 1/%g", static_cast<double>(n));
+  std::printf("\nexposure correction from f/8:");
   for (const float f : {1.4F, 5.6F, 8.0F, 22.0F, 7.0F})
     std::printf("  f/%g %+g EV", static_cast<double>(f),
                 static_cast<double>(GetEVCorrectionForAperture(f, apertures)));

@@ -10,7 +10,8 @@
 //   in order: events sent through callback managers ("dispatch"), pointer checks
 //   ("pointer-check"), commands destroyed ("command-destroyed").
 // - Simulated input. Idle runs one pass of the host's loop (delayed
-//   destructions, then idle subscribers); Resize resizes a viewer's window.
+//   destructions, then idle subscribers); Resize resizes a viewer's window;
+//   PointerMove, PointerPress and PointerRelease move the pointer over a viewer.
 // - Scenes: a scene file opened in a new window of the current layout, as a
 //   user opens a document.
 // - The session recorder: capturing or replaying a recorded session.
@@ -63,6 +64,12 @@ class QAVHOSTDRIVER_API QAVHostDriver {
   // Simulated input: the user resizes the graphic window of a viewer (which
   // announces it). Null is ignored.
   void Resize(QAVViewer* viewer, float width, float height);
+  // Simulated input: the pointer over a viewer's graphic area. The viewer sends
+  // QAVPointerEvent::POINTER_MOVED / _PRESSED / _RELEASED with what lies under
+  // the pointer. Null is ignored.
+  void PointerMove(QAVViewer* viewer, double x, double y);
+  void PointerPress(QAVViewer* viewer, double x, double y, int button = 1);
+  void PointerRelease(QAVViewer* viewer, double x, double y, int button = 1);
 
   // Opens a scene file in a new window of the current layout (one is made
   // current when there is none), which becomes the current window: its 3D

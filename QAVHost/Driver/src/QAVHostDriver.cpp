@@ -7,10 +7,12 @@
 #include "QAV3DViewer.h"
 #include "QAVApplication.h"
 #include "QAVAtomicFile.h"
+#include "QAVCallbackManager.h"
 #include "QAVFrmLayout.h"
 #include "QAVFrmWindow.h"
 #include "QAVGraphicWindow.h"
 #include "QAVMutex.h"
+#include "QAVPointerEvent.h"
 #include "QAVProcessState.h"
 #include "QAVSessionRecorder.h"
 #include "QAVSysPreferenceRepository.h"
@@ -76,6 +78,32 @@ int QAVHostDriver::Idle() { return QAVApplication::MainApplication()->ProcessPen
 
 void QAVHostDriver::Resize(QAVViewer* viewer, float width, float height) {
   if (viewer) viewer->GetSupport()->Resize(width, height);
+}
+
+namespace {
+
+void SendPointer(QAVViewer* viewer, const char* event, double x, double y, int button) {
+  if (!viewer) return;
+  QAVPointerEvent pointer;
+  pointer.x = x;
+  pointer.y = y;
+  pointer.button = button;
+  viewer->Pick(static_cast<int>(x), static_cast<int>(y), 1, 1, 0, pointer.paths);
+  viewer->GetCallbackManager()->DispatchCallbacks(event, nullptr, &pointer);
+}
+
+}  // namespace
+
+void QAVHostDriver::PointerMove(QAVViewer* viewer, double x, double y) {
+  SendPointer(viewer, QAVPointerEvent::POINTER_MOVED(), x, y, 0);
+}
+
+void QAVHostDriver::PointerPress(QAVViewer* viewer, double x, double y, int button) {
+  SendPointer(viewer, QAVPointerEvent::POINTER_PRESSED(), x, y, button);
+}
+
+void QAVHostDriver::PointerRelease(QAVViewer* viewer, double x, double y, int button) {
+  SendPointer(viewer, QAVPointerEvent::POINTER_RELEASED(), x, y, button);
 }
 
 HRESULT QAVHostDriver::OpenScene(const std::string& path, std::string& error) {
