@@ -8,6 +8,7 @@
 #include "QAVBaseUnknown.h"
 #include "QAVCallbackManager.h"
 #include "QAVDiagnostics.h"
+#include "QAVExtension.h"
 #include "QAVHostDriver.h"
 #include "QAVNotification.h"
 #include "QAVRef.h"
@@ -33,16 +34,30 @@ class Named : public QAVBaseUnknown {
  public:
   explicit Named(int) {}
 };
+// An interface that dogs get from outside their class: it counts barks for its
+// dog, so its state must stay with the dog.
+class Barker : public QAVBaseUnknown {
+  QAV_DECLARE_CLASS
+ public:
+  Barker() { ++alive; }
+  ~Barker() override { --alive; }
+  int Bark() { return ++barks; }
+  int barks = 0;
+  static inline int alive = 0;
+};
 
 }  // namespace coretest
 
 using coretest::Animal;
+using coretest::Barker;
 using coretest::Dog;
 using coretest::Named;
 
 QAV_IMPLEMENT_CLASS(Animal, QAVBaseUnknown, "TestFramework");
 QAV_IMPLEMENT_CLASS(Dog, Animal, "TestFramework");
 QAV_IMPLEMENT_CLASS(Named, QAVBaseUnknown, "TestFramework");
+QAV_IMPLEMENT_CLASS(Barker, QAVBaseUnknown, "TestFramework");
+QAV_REGISTER_EXTENSION(Barker, "Animal", Barker);
 
 TEST(QAVString, SearchCaseMappingAndNumbers) {
   const QAVString a("Rendering");
@@ -104,6 +119,39 @@ TEST(QAVBaseUnknown, CountingMetaClassesQueriesAndFactories) {
   EXPECT_EQ(QAVMetaClass::Find("RuntimeEvt"), first);
   EXPECT_TRUE(first->IsAKindOf("QAVBaseUnknown"));
   EXPECT_EQ(QAVMetaClass::Find("NoSuchClass"), nullptr);
+}
+
+TEST(QAVExtension, MadeOncePerObjectSharingItsReferencesAndDyingWithIt) {
+  // Registered for Animal, so a Dog has it; a second registration is refused.
+  EXPECT_FALSE(QAVExtension::Register("Animal", Barker::ClassId(),
+                                      []() -> QAVBaseUnknown* { return nullptr; }));
+  EXPECT_FALSE(QAVExtension::Register(nullptr, Barker::ClassId(),
+                                      []() -> QAVBaseUnknown* { return nullptr; }));
+  {
+    auto dog = QAVMakeRef<Dog>();
+    auto other = QAVMakeRef<Dog>();
+    {
+      QAVRef<Barker> barker = QAVQuery<Barker>(dog.get());
+      ASSERT_TRUE(barker);
+      EXPECT_EQ(dog->GetRefCount(), 2u) << "the extension's reference is the dog's";
+      EXPECT_EQ(barker->Bark(), 1);
+      EXPECT_EQ(barker->GetOuter(), dog.get());
+      // Back from the extension to the dog's own classes.
+      QAVRef<Animal> animal = QAVQuery<Animal>(barker.get());
+      EXPECT_EQ(animal.get(), dog.get());
+      EXPECT_EQ(dog->GetRefCount(), 3u);
+    }
+    EXPECT_EQ(dog->GetRefCount(), 1u);
+    EXPECT_EQ(QAVQuery<Barker>(dog.get())->Bark(), 2) << "the same extension, its state kept";
+    EXPECT_EQ(QAVQuery<Barker>(other.get())->Bark(), 1) << "each object has its own";
+    EXPECT_EQ(Barker::alive, 2);
+    EXPECT_FALSE(QAVQuery<Named>(dog.get()));
+    // Other classes do not get it.
+    auto named = QAVRef<Named>::Adopt(new Named(1));
+    EXPECT_FALSE(QAVQuery<Barker>(named.get()));
+  }
+  EXPECT_EQ(Barker::alive, 0) << "extensions die with their objects";
+  EXPECT_EQ(Animal::alive, 0);
 }
 
 TEST(QAVCallbackManager, DispatchOrderAndChangesDuringADispatch) {

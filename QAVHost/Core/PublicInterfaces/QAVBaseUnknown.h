@@ -39,11 +39,14 @@
   QAVMetaClass* Cls::GetMetaObject() const { return MetaObject(); }                    \
   [[maybe_unused]] static const bool qavRegistered##Cls = (Cls::MetaObject() != nullptr)
 
+struct QAVExtensionSet;
+
 class QAVHOST_API QAVBaseUnknown {
  public:
   // A new object holds one reference, owned by its creator.
   QAVBaseUnknown() = default;
-  // A copy is a new object with its own single reference.
+  // A copy is a new object with its own single reference (and none of the
+  // other's extensions, nor its outer object).
   QAVBaseUnknown(const QAVBaseUnknown&) {}
   QAVBaseUnknown& operator=(const QAVBaseUnknown&) { return *this; }
   virtual ~QAVBaseUnknown();
@@ -53,10 +56,20 @@ class QAVHOST_API QAVBaseUnknown {
   virtual unsigned long Release();
   unsigned long GetRefCount() const { return _refCount.load(std::memory_order_relaxed); }
 
-  // Succeeds for the identifier of this class, of any of its bases, or of an
-  // interface that a derived class adds by overriding; *object then holds a new
-  // reference and points to the QAVBaseUnknown of the object that answers.
+  // Succeeds for the identifier of this class, of any of its bases, of an
+  // interface that a derived class adds by overriding, of an extension
+  // registered for the class (QAVExtension.h), or, for an aggregated object, of
+  // what its outer object answers; *object then holds a new reference and
+  // points to the QAVBaseUnknown of the object that answers.
   virtual HRESULT QueryInterface(const IID& iid, void** object);
+
+  // Aggregation: makes this object a part of `outer` (an interface object that
+  // a class holds as a member, an extension of an object). Its references are
+  // then the outer object's (AddRef and Release act on it, and never destroy
+  // this part, which its owner deletes), and a query that this object cannot
+  // answer goes to the outer object. Null ends the aggregation.
+  void AggregateInto(QAVBaseUnknown* outer) { _outer = outer; }
+  QAVBaseUnknown* GetOuter() const { return _outer; }
 
   static const char* ClassName();
   static QAVMetaClass* MetaObject();
@@ -67,6 +80,8 @@ class QAVHOST_API QAVBaseUnknown {
 
  private:
   std::atomic<unsigned long> _refCount{1};
+  QAVBaseUnknown* _outer = nullptr;
+  QAVExtensionSet* _extensions = nullptr;  // made on the first extension
 };
 
 // A new default-constructed T, or null when T has no public default constructor.
