@@ -93,11 +93,25 @@ class QAVHOSTDRIVER_API QAVHostDriver {
   void StopSession();  // off; the recorder stays
   std::map<std::string, int> GetSessionValues() const;
 
+  // Command headers, as a workbench defines them: a text file of lines
+  // "<header name> = <command class name>"; blank lines and lines starting with
+  // "#" are skipped. Every header is created (QAVCommandHeader::Create) or, when
+  // one of that name exists with the same class, kept. Returns the number of
+  // lines defining a header, or -1 with `error` (the file, the line and what is
+  // wrong) and no header created when the file cannot be read or a line is bad.
+  int LoadCommandHeaders(const std::string& path, std::string& error);
+  // Presses the button of a shown context bar whose command is `header`: the
+  // frame's Press (QAVAfrCtxBarFrame.h) on the first bar that has one. S_OK
+  // with `started` (may be null), or E_FAIL with `error`.
+  HRESULT PressContextBarButton(const char* header, QAVCommand*& started, std::string& error);
+
   // Switches, each until turned off or the session ends.
   // Every atomic file write fails at `stage` (Stage::None: none fails).
   void FailAtomicWrites(QAVAtomicFile::Stage stage, std::size_t afterBytes = 0);
   void FailMutexCreation(bool fail);
   void FailPreferenceWrites(QAVSysPreferenceRepository* repository, bool fail);
+  // The host has no context-bar manager (GetAfrCtxBarManager gives null).
+  void RemoveContextBarManager(bool removed);
 
  private:
   struct State;

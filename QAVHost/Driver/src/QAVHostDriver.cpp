@@ -8,6 +8,7 @@
 #include "QAVApplication.h"
 #include "QAVAtomicFile.h"
 #include "QAVCallbackManager.h"
+#include "QAVCtxBarSwitch.h"
 #include "QAVFrmLayout.h"
 #include "QAVFrmWindow.h"
 #include "QAVGraphicWindow.h"
@@ -53,6 +54,7 @@ void QAVHostDriver::ResetSession() {
   QAVProcessState::ResetAll();
   QAVAtomicFile::SimulateFailure(QAVAtomicFile::Stage::None, 0);
   QAVMutex::SetCreationFails(false);
+  qavctxbar::SetUnavailable(false);
 }
 
 void QAVHostDriver::Restart() {

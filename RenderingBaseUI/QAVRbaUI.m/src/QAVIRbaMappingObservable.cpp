@@ -1,0 +1,3 @@
+#include "QAVIRbaMappingObservable.h"
+
+QAV_IMPLEMENT_CLASS(QAVIRbaMappingObservable, QAVBaseUnknown, "RenderingBaseUI");

@@ -1,0 +1,3 @@
+#include "QAVIRbaMappingObserver.h"
+
+QAV_IMPLEMENT_CLASS(QAVIRbaMappingObserver, QAVBaseUnknown, "RenderingBaseUI");
