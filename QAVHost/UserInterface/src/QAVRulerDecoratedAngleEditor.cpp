@@ -87,7 +87,7 @@ class AngleDecoration : public QAVViewDecoration {
         DrawLine(image, px, py, ox, oy, scale, kInk);
     }
     // The value outside the middle of the arc.
-    if (ProjectOnto(image, viewer, at(sweep / 2, radius * 1.45), px, py)) {
+    if (ProjectOnto(image, viewer, at(sweep / 2, radius * 1.7), px, py)) {
       const int dot = std::max(1, static_cast<int>(std::lround(2 * scale)));
       DrawValue(image, px, py, degrees, true, dot, kInk);
     }
