@@ -33,6 +33,7 @@
 
 class QAV3DViewer;
 class QAVCommand;
+class QAVRulerDecoratedEditor;
 class QAVViewer;
 class QAVSysPreferenceRepository;
 
@@ -70,6 +71,11 @@ class QAVHOSTDRIVER_API QAVHostDriver {
   void PointerMove(QAVViewer* viewer, double x, double y);
   void PointerPress(QAVViewer* viewer, double x, double y, int button = 1);
   void PointerRelease(QAVViewer* viewer, double x, double y, int button = 1);
+  // Simulated input: the user types a value into a ruler editor and confirms
+  // it. The editor takes the value and sends QAVRulerDecoratedEditor::
+  // EDIT_MODIFY() through its callback manager, as the host does. Null is
+  // ignored.
+  void TypeRulerValue(QAVRulerDecoratedEditor* editor, double value);
 
   // Opens a scene file in a new window of the current layout (one is made
   // current when there is none), which becomes the current window: its 3D

@@ -15,6 +15,7 @@
 #include "QAVMutex.h"
 #include "QAVPointerEvent.h"
 #include "QAVProcessState.h"
+#include "QAVRulerDecoratedEditor.h"
 #include "QAVSessionRecorder.h"
 #include "QAVSysPreferenceRepository.h"
 #include "QAVViewer.h"
@@ -106,6 +107,13 @@ void QAVHostDriver::PointerPress(QAVViewer* viewer, double x, double y, int butt
 
 void QAVHostDriver::PointerRelease(QAVViewer* viewer, double x, double y, int button) {
   SendPointer(viewer, QAVPointerEvent::POINTER_RELEASED(), x, y, button);
+}
+
+void QAVHostDriver::TypeRulerValue(QAVRulerDecoratedEditor* editor, double value) {
+  if (!editor) return;
+  editor->SetValue(value);
+  editor->GetCallbackManager()->DispatchCallbacks(
+      QAVRulerDecoratedEditor::EDIT_MODIFY(), editor->GetVidEditModifyExtNotification(), editor);
 }
 
 HRESULT QAVHostDriver::OpenScene(const std::string& path, std::string& error) {

@@ -8,6 +8,7 @@
 #include "QAV3DRep.h"
 #include "QAV3DViewpoint.h"
 #include "QAVPickPath.h"
+#include "QAVViewDecoration.h"
 #include "QAVViewer.h"
 #include "QAVVizViewer.h"
 
@@ -48,10 +49,18 @@ class QAVHOST_API QAV3DViewer : public QAVViewer {
   // the eye.
   bool Project(const QAVMathPoint& point, double& x, double& y) const;
 
+  // Decorations drawn over the scene (rulers...), in the order they were added;
+  // the viewer holds a reference to each.
+  HRESULT AddDecoration(QAVViewDecoration* decoration);     // E_INVALIDARG null, S_FALSE present
+  HRESULT RemoveDecoration(QAVViewDecoration* decoration);  // E_FAIL when absent
+  int GetDecorationCount() const { return static_cast<int>(_decorations.size()); }
+  QAVViewDecoration* GetDecoration(int index) const;  // 0-based; null out of range
+
  private:
   QAVRef<QAVVizViewer> _vizViewer;
   QAVRef<QAV3DViewpoint> _mainViewpoint;
   QAVRef<QAV3DBagRep> _root;
+  std::vector<QAVRef<QAVViewDecoration>> _decorations;
   // The ray caster over the scene, made on the first pick after a change.
   mutable std::unique_ptr<QAVRayCaster> _caster;
   friend class QAVViewRenderer;

@@ -3,7 +3,8 @@
 // plain but tells things apart: parts are a warm grey lit from the eye and from
 // above, stickers a saturated accent, lights glow yellow, cameras are blue,
 // environments a pale translucent-looking green; what no ray meets shows the
-// viewer's environment as a soft vertical gradient.
+// viewer's environment as a soft vertical gradient. The viewer's decorations
+// (QAV3DViewer::AddDecoration) are drawn over the scene, in their order.
 #ifndef QAVViewRenderer_h
 #define QAVViewRenderer_h
 

@@ -125,3 +125,23 @@ HRESULT QAV3DViewer::Pick(int x, int y, int boxWidth, int boxHeight, int /*style
                                             static_cast<int>(best[i].triangle), best[i].distance));
   return S_OK;
 }
+
+HRESULT QAV3DViewer::AddDecoration(QAVViewDecoration* decoration) {
+  if (!decoration) return E_INVALIDARG;
+  if (std::find(_decorations.begin(), _decorations.end(), QAVRef(decoration)) != _decorations.end())
+    return S_FALSE;
+  _decorations.emplace_back(decoration);
+  return S_OK;
+}
+
+HRESULT QAV3DViewer::RemoveDecoration(QAVViewDecoration* decoration) {
+  const auto found = std::find(_decorations.begin(), _decorations.end(), QAVRef(decoration));
+  if (!decoration || found == _decorations.end()) return E_FAIL;
+  _decorations.erase(found);
+  return S_OK;
+}
+
+QAVViewDecoration* QAV3DViewer::GetDecoration(int index) const {
+  if (index < 0 || index >= GetDecorationCount()) return nullptr;
+  return _decorations[static_cast<std::size_t>(index)].get();
+}

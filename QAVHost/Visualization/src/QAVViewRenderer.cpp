@@ -110,6 +110,9 @@ HRESULT QAVViewRenderer::Render(QAV3DViewer* viewer, QAVRef<QAVPixelImage>& imag
       pixel[2] = Byte(colour.b);
     }
   }
+  // The decorations over the scene, in their order.
+  for (int i = 0; i < viewer->GetDecorationCount(); ++i)
+    viewer->GetDecoration(i)->Draw(*picture, *viewer);
   image = picture;
   return S_OK;
 }
