@@ -2,6 +2,7 @@
 // geometry below it, on scenes with a product structure.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -10,6 +11,7 @@
 #include "QAV3DRep.h"
 #include "QAVIPLMNavInstance.h"
 #include "QAVIPrdObject.h"
+#include "QAVMathPointf.h"
 #include "QAVOmbObjectInContext.h"
 #include "QAVRbaManipulatorServices.h"
 #include "QAVRbaPLMServices.h"
@@ -206,6 +208,46 @@ TEST_F(ManipulatorServicesTest, TheWalkSkipsTheRootMatrixAndMultipliesTheBagsBel
   EXPECT_TRUE(list.empty());
 }
 
+TEST_F(ManipulatorServicesTest, TheBoxIsThatOfThePointsPlacedOneByOneInSinglePrecision) {
+  // Points placed by a turned and moved bag and by a projective one: the box
+  // is exactly the one of the points placed one by one.
+  std::vector<float> positions(300);
+  for (int i = 0; i < 300; ++i)
+    positions[static_cast<std::size_t>(i)] = static_cast<float>(std::sin(i * 1.7) * (i % 7 + 1));
+  for (const QAV4x4Matrix& matrix :
+       {QAV4x4Matrix({0.8, -0.6, 0, 3.3, 0.6, 0.8, 0, -1.7, 0, 0, 1, 0.1, 0, 0, 0, 1}),
+        QAV4x4Matrix({1, 0.2, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0.01, 0, 0.02, 1})}) {
+    auto leaf = QAVMakeRef<QAVSurfacicRep>();
+    ASSERT_TRUE(leaf->SetGeometry(positions, {}, {}));
+    auto bag = QAVMakeRef<QAV3DBagRep>();
+    bag->SetMatrix(matrix);
+    bag->AddChild(leaf.get());
+    auto root = QAVMakeRef<QAV3DBagRep>();
+    root->AddChild(bag.get());
+    constexpr float big = std::numeric_limits<float>::max();
+    float lo[3] = {big, big, big};
+    float hi[3] = {-big, -big, -big};
+    for (std::size_t i = 0; i < positions.size(); i += 3) {
+      const QAVMathPointf p =
+          matrix * QAVMathPointf(positions[i], positions[i + 1], positions[i + 2]);
+      const float xyz[3] = {p.x, p.y, p.z};
+      for (int k = 0; k < 3; ++k) {
+        lo[k] = std::min(lo[k], xyz[k]);
+        hi[k] = std::max(hi[k], xyz[k]);
+      }
+    }
+    float s[3];
+    float c[3];
+    ASSERT_EQ(QAVRbaManipulatorServices::ComputeBoundingBoxFor3DRep(root.get(), s[0], s[1], s[2],
+                                                                    c[0], c[1], c[2]),
+              S_OK);
+    for (int k = 0; k < 3; ++k) {
+      EXPECT_EQ(s[k], hi[k] - lo[k]) << k;
+      EXPECT_EQ(c[k], (hi[k] - lo[k]) * 0.5F + lo[k]) << k;
+    }
+  }
+}
+
 TEST_F(ManipulatorServicesTest, DegenerateGeometryAndItsFallbacks) {
   float s[3] = {-7, -7, -7};
   float c[3] = {-7, -7, -7};
@@ -314,6 +356,7 @@ TEST_F(ManipulatorServicesTest, SupportSizeAndCentreByRepresentationOrFace) {
 
 TEST_F(ManipulatorServicesTest, ReferenceCountsComeBackWhereTheyBegan) {
   std::vector<QAVBaseUnknown*> watched = {_scene.root.get(), _scene.product.get()};
+  watched.reserve(32);
   for (QAV3DBagRep* bag : {_plain, _wheel, _rim, _sub, _nut}) {
     watched.push_back(bag);
     watched.push_back(bag->GetModelObject());
@@ -322,6 +365,7 @@ TEST_F(ManipulatorServicesTest, ReferenceCountsComeBackWhereTheyBegan) {
   for (const auto& [bag, component] : _scene.components)
     watched.push_back(component.get());
   std::vector<unsigned long> before;
+  before.reserve(watched.size());
   for (QAVBaseUnknown* object : watched)
     before.push_back(object->GetRefCount());
 

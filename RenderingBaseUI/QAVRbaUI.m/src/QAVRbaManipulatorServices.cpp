@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#if defined(__SSE2__)
+#include <immintrin.h>
+#endif
 
 #include "QAVFace.h"
 #include "QAVI3DGeoVisu.h"
@@ -96,6 +99,34 @@ struct Bounds {
     const Matrixf f(matrix);
     const auto& m = f.m;
     if (f.affine) {
+#if defined(__SSE2__)
+      // The three rows at once, in the same order of operations as one row
+      // at a time: ((m0 x + m1 y) + m2 z) + m3, so the results are the same.
+      const __m128 c0 = _mm_setr_ps(m[0], m[4], m[8], 0.0F);
+      const __m128 c1 = _mm_setr_ps(m[1], m[5], m[9], 0.0F);
+      const __m128 c2 = _mm_setr_ps(m[2], m[6], m[10], 0.0F);
+      const __m128 c3 = _mm_setr_ps(m[3], m[7], m[11], 0.0F);
+      __m128 lo = _mm_setr_ps(minX, minY, minZ, 0.0F);
+      __m128 hi = _mm_setr_ps(maxX, maxY, maxZ, 0.0F);
+      for (int i = 0; i + 2 < length; i += 3) {
+        const __m128 p = _mm_add_ps(_mm_add_ps(_mm_add_ps(_mm_mul_ps(c0, _mm_set1_ps(v[i])),
+                                                          _mm_mul_ps(c1, _mm_set1_ps(v[i + 1]))),
+                                               _mm_mul_ps(c2, _mm_set1_ps(v[i + 2]))),
+                                    c3);
+        lo = _mm_min_ps(p, lo);  // keeps lo when p is not a number, as std::min does
+        hi = _mm_max_ps(p, hi);
+      }
+      alignas(16) float low[4];
+      alignas(16) float high[4];
+      _mm_store_ps(low, lo);
+      _mm_store_ps(high, hi);
+      minX = low[0];
+      minY = low[1];
+      minZ = low[2];
+      maxX = high[0];
+      maxY = high[1];
+      maxZ = high[2];
+#else
       for (int i = 0; i + 2 < length; i += 3) {
         const float x = v[i];
         const float y = v[i + 1];
@@ -103,6 +134,7 @@ struct Bounds {
         Fold(m[0] * x + m[1] * y + m[2] * z + m[3], m[4] * x + m[5] * y + m[6] * z + m[7],
              m[8] * x + m[9] * y + m[10] * z + m[11]);
       }
+#endif
       return;
     }
     for (int i = 0; i + 2 < length; i += 3) {
