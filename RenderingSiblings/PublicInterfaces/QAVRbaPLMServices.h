@@ -2,7 +2,7 @@
 #ifndef QAVRbaPLMServices_h
 #define QAVRbaPLMServices_h
 
-#include "QAVModelObject.h"
+#include "QAVIPrdObject.h"
 #include "QAVRbaSiblingsExport.h"
 #include "QAVTypes.h"
 
@@ -10,10 +10,10 @@ class QAVRBASIBLINGS_API QAVRbaPLMServices {
  public:
   // The product active in the user interface: S_OK with a new reference for the
   // caller, or E_FAIL and null when none is active.
-  static HRESULT GetUIActiveProduct(QAVModelObject*& product);
+  static HRESULT GetUIActiveProduct(QAVIPrdObject*& product);
   // Plays the host's editor: makes a product active (a reference is held; null
   // leaves none).
-  static void SetUIActiveProduct(QAVModelObject* product);
+  static void SetUIActiveProduct(QAVIPrdObject* product);
 
   QAVRbaPLMServices() = delete;
 };

@@ -4,21 +4,21 @@
 #include "QAVRef.h"
 
 namespace {
-QAVRef<QAVModelObject>& ActiveProduct() {
-  static auto* const product = new QAVRef<QAVModelObject>;
+QAVRef<QAVIPrdObject>& ActiveProduct() {
+  static auto* const product = new QAVRef<QAVIPrdObject>;
   return *product;
 }
 void ForgetActiveProduct() { ActiveProduct().Reset(); }
 QAV_REGISTER_RESET(QAVRbaPLMServices, ForgetActiveProduct);
 }  // namespace
 
-HRESULT QAVRbaPLMServices::GetUIActiveProduct(QAVModelObject*& product) {
+HRESULT QAVRbaPLMServices::GetUIActiveProduct(QAVIPrdObject*& product) {
   product = ActiveProduct().get();
   if (!product) return E_FAIL;
   product->AddRef();
   return S_OK;
 }
 
-void QAVRbaPLMServices::SetUIActiveProduct(QAVModelObject* product) {
-  ActiveProduct() = QAVRef<QAVModelObject>(product);
+void QAVRbaPLMServices::SetUIActiveProduct(QAVIPrdObject* product) {
+  ActiveProduct() = QAVRef<QAVIPrdObject>(product);
 }

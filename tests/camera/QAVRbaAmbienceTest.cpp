@@ -242,7 +242,7 @@ TEST_F(AmbienceTest, ShooterNamesShareOneCounter) {
 TEST_F(AmbienceTest, AmbiencesOfTheActiveProductByTheirName) {
   EXPECT_EQ(QAVRbaLiveUIServices::RetrieveCurrentModelAmbience("Sky"), nullptr) << "no product";
   auto product = QAVMakeRef<QAVModelObject>("QAVProduct", "Car");
-  QAVRbaPLMServices::SetUIActiveProduct(product.get());
+  QAVRbaPLMServices::SetUIActiveProduct(QAVQuery<QAVIPrdObject>(product.get()).get());
   EXPECT_EQ(QAVRbaLiveUIServices::RetrieveCurrentModelAmbience("Sky"), nullptr)
       << "no ambience container";
 

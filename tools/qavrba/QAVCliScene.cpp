@@ -23,7 +23,8 @@ std::unique_ptr<QAVHostDriver> OpenScene(const std::string& path) {
     Fail(error);
     return nullptr;
   }
-  QAVRbaPLMServices::SetUIActiveProduct(driver->GetScene()->product.get());
+  QAVRbaPLMServices::SetUIActiveProduct(
+      QAVQuery<QAVIPrdObject>(driver->GetScene()->product.get()).get());
   return driver;
 }
 

@@ -67,6 +67,7 @@ QAVRef<I> QAVQuery(QAVBaseUnknown* object) {
   void* out = nullptr;
   if (!object || FAILED(object->QueryInterface(I::ClassId(), &out))) return nullptr;
   auto* base = static_cast<QAVBaseUnknown*>(out);
+  if (!base) return nullptr;  // a success that gave nothing
   if (I* found = dynamic_cast<I*>(base)) return QAVRef<I>::Adopt(found);
   base->Release();
   return nullptr;

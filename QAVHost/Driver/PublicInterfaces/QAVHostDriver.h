@@ -29,6 +29,8 @@
 #include "QAVAtomicFile.h"
 #include "QAVHostDriverExport.h"
 #include "QAVHostJournal.h"
+#include "QAVOmbObjectInContext.h"
+#include "QAVRef.h"
 #include "QAVSceneReader.h"
 
 class QAV3DViewer;
@@ -87,6 +89,10 @@ class QAVHOSTDRIVER_API QAVHostDriver {
   // The last scene shown (its product, workbench...) and its viewer, or null.
   const QAVSceneDocument* GetScene() const;
   QAV3DViewer* GetSceneViewer() const;
+
+  // The object in context of the scene shown whose model object has that name
+  // (QAVSceneObjects::Find), or null.
+  QAVRef<QAVOmbObjectInContext> FindObject(const std::string& name) const;
 
   // The host's loop as it stands.
   int GetCommandCount() const;                      // commands alive

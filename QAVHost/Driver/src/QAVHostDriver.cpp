@@ -16,6 +16,7 @@
 #include "QAVPointerEvent.h"
 #include "QAVProcessState.h"
 #include "QAVRulerDecoratedEditor.h"
+#include "QAVSceneObjects.h"
 #include "QAVSessionRecorder.h"
 #include "QAVSysPreferenceRepository.h"
 #include "QAVViewer.h"
@@ -151,6 +152,11 @@ const QAVSceneDocument* QAVHostDriver::GetScene() const {
 }
 
 QAV3DViewer* QAVHostDriver::GetSceneViewer() const { return _state->viewer.get(); }
+
+QAVRef<QAVOmbObjectInContext> QAVHostDriver::FindObject(const std::string& name) const {
+  if (!_state->viewer) return nullptr;
+  return QAVSceneObjects::Find(_state->scene, name);
+}
 
 int QAVHostDriver::GetCommandCount() const {
   return QAVApplication::MainApplication()->GetCommandCount();

@@ -26,14 +26,19 @@ class QAVHOST_API QAV3DRep : public QAVBaseUnknown {
 
   // The model object represented (borrowed), or null.
   QAVModelObject* GetModelObject() const { return _object.get(); }
-  void SetModelObject(QAVModelObject* object) { _object = QAVRef<QAVModelObject>(object); }
+  void SetModelObject(QAVModelObject* object);
   // The bag holding this representation (not owned), or null for a root.
   QAV3DBagRep* GetFather() const { return _father; }
+  // Makes this representation the one that shows its model object: the
+  // object's QAVI3DGeoVisu gives it for as long as it lives. False without a
+  // model object.
+  bool PublishAsVisu();
 
  private:
   friend class QAV3DBagRep;
   QAVRef<QAVModelObject> _object;
   QAV3DBagRep* _father = nullptr;
+  bool _published = false;
 };
 
 class QAVHOST_API QAV3DBagRep : public QAV3DRep {

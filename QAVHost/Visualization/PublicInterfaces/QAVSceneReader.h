@@ -21,6 +21,7 @@
 //        "mesh": "meshes/bracket.stl",                      // relative to the scene file
 //        "shape": {"box": [sx, sy, sz]} or {"quad": [w, h]} or
 //                 {"sphere": r, "segments": 24},            // centred on the origin
+//        "plm": "instance" or "rep",                         // optional, see below
 //        "children": [NODE, ...]}
 //
 // Every node becomes a bag representation standing for a model object of its
@@ -28,13 +29,31 @@
 // or shape (at most one) becomes a surfacic leaf under it, standing for no
 // object of its own. A quad lies in z = 0 facing +z. Unknown keys are errors,
 // so that a misspelt key is not silently ignored.
+//
+// The product's structure. A node without "plm" shows its object directly: the
+// object's QAVI3DGeoVisu gives the node's bag. A node with "plm" (it needs a
+// "class", and the scene a "product") is an element of the product's
+// structure instead, and its object is the reference that it places:
+// "instance" makes an instance of a product or part (QAVPLMInstance), with one
+// occurrence (QAVPLMOccurrence) under the occurrence of the nearest instance
+// above it (or the product's root occurrence); "rep" makes an instance of a
+// representation (QAVPLMRepInstance), with one representation occurrence held
+// by that same occurrence. Each occurrence gives its node's bag through
+// QAVI3DGeoVisu; the root occurrence gives the root's bag.
+//
+// The faces of an object (QAVIFaceList) are those of its node's shape: one
+// for a quad, six for a box, in the node's own space; none for meshes and
+// spheres.
 #ifndef QAVSceneReader_h
 #define QAVSceneReader_h
 
+#include <map>
 #include <string>
 #include <string_view>
 
 #include "QAV3DRep.h"
+#include "QAVIPLMComponent.h"
+#include "QAVIPLMNavOccurrence.h"
 #include "QAVMathPoint.h"
 #include "QAVModelObject.h"
 #include "QAVRef.h"
@@ -53,6 +72,10 @@ struct QAVHOST_API QAVSceneDocument {
   std::string environment;
   std::string workbench;
   QAVRef<QAVModelObject> product;  // null without "product"
+  // The product's root occurrence (null without "product") and the element of
+  // its structure that each "plm" node's bag stands for.
+  QAVRef<QAVIPLMNavOccurrence> rootOccurrence;
+  std::map<const QAV3DRep*, QAVRef<QAVIPLMComponent>> components;
   int leafCount = 0;
   long long triangleCount = 0;
 };

@@ -2,12 +2,38 @@
 
 #include <cmath>
 
+#include "QAVModelObjectVisu.h"
+
 QAV_IMPLEMENT_CLASS(QAV3DRep, QAVBaseUnknown, "Visualization");
 QAV_IMPLEMENT_CLASS(QAV3DBagRep, QAV3DRep, "Visualization");
 QAV_IMPLEMENT_CLASS(QAVSurfacicRep, QAV3DRep, "Visualization");
 
 QAV3DRep::QAV3DRep() = default;
-QAV3DRep::~QAV3DRep() = default;
+
+namespace {
+QAVModelObjectVisu* VisuOf(QAVModelObject* object) {
+  const auto visu = QAVQuery<QAVI3DGeoVisu>(object);
+  return dynamic_cast<QAVModelObjectVisu*>(visu.get());  // the object keeps it alive
+}
+}  // namespace
+
+QAV3DRep::~QAV3DRep() { SetModelObject(nullptr); }
+
+void QAV3DRep::SetModelObject(QAVModelObject* object) {
+  // The object may outlive its representation: it must not give it any more.
+  if (_published)
+    if (QAVModelObjectVisu* visu = VisuOf(_object.get())) visu->ForgetRep(this);
+  _published = false;
+  _object = QAVRef<QAVModelObject>(object);
+}
+
+bool QAV3DRep::PublishAsVisu() {
+  QAVModelObjectVisu* visu = VisuOf(_object.get());
+  if (!visu) return false;
+  visu->SetRep(this);
+  _published = true;
+  return true;
+}
 
 QAV3DBagRep::QAV3DBagRep() = default;
 

@@ -9,7 +9,11 @@
 #include <sstream>
 #include <vector>
 
+#include "QAVFaceList.h"
 #include "QAVMeshReader.h"
+#include "QAVPLMInstance.h"
+#include "QAVPLMOccurrence.h"
+#include "QAVPrdProduct.h"
 
 namespace {
 
@@ -42,7 +46,10 @@ class Reader {
   bool Text(const Json& json, const std::string& where, std::string& value);
   bool Node(const Json& json, const std::string& where, int depth, QAVRef<QAV3DBagRep>& bag);
   bool Placement(const Json& json, const std::string& where, QAV3DBagRep& bag);
-  bool Shape(const Json& json, const std::string& where, QAVRef<QAVSurfacicRep>& leaf);
+  bool Shape(const Json& json, const std::string& where, QAVRef<QAVSurfacicRep>& leaf,
+             std::vector<QAVRef<QAVFace>>& faces);
+  bool Structure(const Json& json, const std::string& where, QAV3DBagRep& bag);
+  void Occurrences(QAV3DRep* rep, QAVPLMOccurrence& current) const;
 
   std::string _directory;
   QAVSceneDocument& _scene;
@@ -159,6 +166,7 @@ bool Reader::Document(const Json& json) {
     std::string className = "QAVProduct";
     if (item.contains("name") && !Text(item["name"], "product.name", name)) return false;
     if (item.contains("class") && !Text(item["class"], "product.class", className)) return false;
+    QAVPrdProduct::ProductClass(className.c_str());
     product = QAVMakeRef<QAVModelObject>(className.c_str(), QAVUnicodeString(name.c_str()));
     if (item.contains("ambiences")) {
       const Json& names = item["ambiences"];
@@ -175,7 +183,16 @@ bool Reader::Document(const Json& json) {
 
   if (!json.contains("root")) return Fail("root", "missing");
   QAVRef<QAV3DBagRep> root;
+  _scene.product = product;
   if (!Node(json["root"], "root", 0, root)) return false;
+  // The product's structure: its root occurrence is shown by the whole scene.
+  const auto productInterface = QAVQuery<QAVIPrdObject>(product.get());
+  if (auto* prd = dynamic_cast<QAVPrdProduct*>(productInterface.get())) {
+    auto occurrence = QAVMakeRef<QAVPLMOccurrence>(nullptr, root.get());
+    Occurrences(root.get(), *occurrence);
+    prd->SetRootOccurrence(occurrence.get());
+    _scene.rootOccurrence = occurrence;
+  }
   _scene.root = root;
   _scene.width = static_cast<float>(width);
   _scene.height = static_cast<float>(height);
@@ -257,7 +274,8 @@ bool Reader::Placement(const Json& json, const std::string& where, QAV3DBagRep& 
   return true;
 }
 
-bool Reader::Shape(const Json& json, const std::string& where, QAVRef<QAVSurfacicRep>& leaf) {
+bool Reader::Shape(const Json& json, const std::string& where, QAVRef<QAVSurfacicRep>& leaf,
+                   std::vector<QAVRef<QAVFace>>& faces) {
   std::vector<float> p;
   std::vector<float> n;
   std::vector<std::uint32_t> t;
@@ -277,6 +295,8 @@ bool Reader::Shape(const Json& json, const std::string& where, QAVRef<QAVSurfaci
     for (const auto& [x, y] : {std::pair{-1, -1}, {1, -1}, {1, 1}, {-1, 1}})
       vertex(x * w / 2, y * h / 2, 0, 0, 0, 1);
     t = {0, 1, 2, 0, 2, 3};
+    faces.push_back(QAVMakeRef<QAVFace>(QAVMathPoint(), QAVMathVector(w / 2, 0, 0),
+                                        QAVMathVector(0, h / 2, 0)));
   } else if (json.contains("box")) {
     if (!Keys(json, where, {"box"})) return false;
     double size[3];
@@ -291,6 +311,15 @@ bool Reader::Shape(const Json& json, const std::string& where, QAVRef<QAVSurfaci
         double corner[3];
         double normal[3] = {0, 0, 0};
         normal[axis] = side;
+        double centre[3] = {0, 0, 0};
+        double halfU[3] = {0, 0, 0};
+        double halfV[3] = {0, 0, 0};
+        centre[axis] = side * size[axis] / 2;
+        halfU[u] = size[u] / 2;
+        halfV[v] = size[v] / 2;
+        faces.push_back(QAVMakeRef<QAVFace>(QAVMathPoint(centre[0], centre[1], centre[2]),
+                                            QAVMathVector(halfU[0], halfU[1], halfU[2]),
+                                            QAVMathVector(halfV[0], halfV[1], halfV[2])));
         std::uint32_t first = 0;
         for (int k = 0; k < 4; ++k) {
           const int su = (k == 1 || k == 2) ? 1 : -1;
@@ -349,9 +378,9 @@ bool Reader::Shape(const Json& json, const std::string& where, QAVRef<QAVSurfaci
 
 bool Reader::Node(const Json& json, const std::string& where, int depth, QAVRef<QAV3DBagRep>& bag) {
   if (depth > kMaxDepth) return Fail(where, "nested too deep");
-  if (!Keys(
-          json, where,
-          {"class", "name", "matrix", "translate", "rotate", "scale", "mesh", "shape", "children"}))
+  if (!Keys(json, where,
+            {"class", "name", "matrix", "translate", "rotate", "scale", "mesh", "shape", "plm",
+             "children"}))
     return false;
   bag = QAVMakeRef<QAV3DBagRep>();
   std::string className;
@@ -366,7 +395,13 @@ bool Reader::Node(const Json& json, const std::string& where, int depth, QAVRef<
   if (!Placement(json, where, *bag)) return false;
   if (json.contains("mesh") && json.contains("shape"))
     return Fail(where, "\"mesh\" or \"shape\", not both");
+  if (json.contains("plm")) {
+    if (!Structure(json, where, *bag)) return false;
+  } else if (bag->GetModelObject()) {
+    bag->PublishAsVisu();  // the object is shown by its node
+  }
   QAVRef<QAVSurfacicRep> leaf;
+  std::vector<QAVRef<QAVFace>> faces;
   if (json.contains("mesh")) {
     std::string file;
     if (!Text(json["mesh"], where + ".mesh", file)) return false;
@@ -375,7 +410,11 @@ bool Reader::Node(const Json& json, const std::string& where, int depth, QAVRef<
     std::string why;
     if (FAILED(QAVMeshReader::Read(path.string(), leaf, why))) return Fail(where + ".mesh", why);
   } else if (json.contains("shape")) {
-    if (!Shape(json["shape"], where + ".shape", leaf)) return false;
+    if (!Shape(json["shape"], where + ".shape", leaf, faces)) return false;
+    const auto faceList = QAVQuery<QAVIFaceList>(bag->GetModelObject());
+    if (auto* list = dynamic_cast<QAVFaceList*>(faceList.get()))
+      for (const auto& face : faces)
+        list->AddFace(face.get());
   }
   if (leaf) {
     bag->AddChild(leaf.get());
@@ -393,6 +432,39 @@ bool Reader::Node(const Json& json, const std::string& where, int depth, QAVRef<
     }
   }
   return true;
+}
+
+bool Reader::Structure(const Json& json, const std::string& where, QAV3DBagRep& bag) {
+  std::string kind;
+  if (!Text(json["plm"], where + ".plm", kind)) return false;
+  if (kind != "instance" && kind != "rep")
+    return Fail(where + ".plm", "\"instance\" or \"rep\" expected");
+  if (!bag.GetModelObject()) return Fail(where + ".plm", "a node with a \"class\" expected");
+  if (!_scene.product) return Fail(where + ".plm", "a scene with a \"product\" expected");
+  if (kind == "instance")
+    _scene.components[&bag] = QAVMakeRef<QAVPLMInstance>(bag.GetModelObject());
+  else
+    _scene.components[&bag] = QAVMakeRef<QAVPLMRepInstance>(bag.GetModelObject());
+  return true;
+}
+
+void Reader::Occurrences(QAV3DRep* rep, QAVPLMOccurrence& current) const {
+  auto* bag = dynamic_cast<QAV3DBagRep*>(rep);
+  if (!bag) return;
+  for (int i = 0; i < bag->GetChildCount(); ++i) {
+    QAV3DRep* child = bag->GetChild(i);
+    const auto found = _scene.components.find(child);
+    QAVIPLMComponent* component = found == _scene.components.end() ? nullptr : found->second.get();
+    if (auto* instance = dynamic_cast<QAVIPLMNavInstance*>(component)) {
+      auto occurrence = QAVMakeRef<QAVPLMOccurrence>(instance, child);
+      current.AddChild(occurrence.get());
+      Occurrences(child, *occurrence);
+      continue;
+    }
+    if (auto* instance = dynamic_cast<QAVIPLMNavRepInstance*>(component))
+      current.AddRepOccurrence(QAVMakeRef<QAVPLMRepOccurrence>(instance, child).get());
+    Occurrences(child, current);
+  }
 }
 
 }  // namespace

@@ -171,10 +171,12 @@ HRESULT QAVRbaLiveUIServices::RetrieveAssociatedDefaultFilePath(QAVString& o_fol
 
 QAVISpecObject* QAVRbaLiveUIServices::RetrieveCurrentModelAmbience(QAVUnicodeString name) {
   if (name.IsEmpty()) return nullptr;
-  QAVModelObject* activeProduct = nullptr;
+  QAVIPrdObject* activeProduct = nullptr;
   if (FAILED(QAVRbaPLMServices::GetUIActiveProduct(activeProduct)) || !activeProduct)
     return nullptr;
-  const auto product = QAVRef<QAVModelObject>::Adopt(activeProduct);
+  // The product's containers are those of the model object that it is.
+  const auto product = QAVQuery<QAVModelObject>(activeProduct);
+  activeProduct->Release();
   std::vector<QAVRef<QAVBaseUnknown>> members;
   QAVRbaTPServices::ListMembers(product.get(), "QAVRamAmbienceContainer", QAVISpecObject::ClassId(),
                                 members);

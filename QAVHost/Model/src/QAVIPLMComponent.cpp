@@ -1,0 +1,5 @@
+#include "QAVIPLMComponent.h"
+
+QAV_IMPLEMENT_CLASS(QAVIPLMComponent, QAVBaseUnknown, "Model");
+
+QAVIPLMComponent::~QAVIPLMComponent() = default;

@@ -1,0 +1,5 @@
+#include "QAVIPLMNavOccurrence.h"
+
+QAV_IMPLEMENT_CLASS(QAVIPLMNavOccurrence, QAVBaseUnknown, "Model");
+
+QAVIPLMNavOccurrence::~QAVIPLMNavOccurrence() = default;

@@ -1,0 +1,5 @@
+#include "QAVIPLMNavRepInstance.h"
+
+QAV_IMPLEMENT_CLASS(QAVIPLMNavRepInstance, QAVIPLMComponent, "Model");
+
+QAVIPLMNavRepInstance::~QAVIPLMNavRepInstance() = default;

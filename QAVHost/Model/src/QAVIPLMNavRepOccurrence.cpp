@@ -1,0 +1,5 @@
+#include "QAVIPLMNavRepOccurrence.h"
+
+QAV_IMPLEMENT_CLASS(QAVIPLMNavRepOccurrence, QAVBaseUnknown, "Model");
+
+QAVIPLMNavRepOccurrence::~QAVIPLMNavRepOccurrence() = default;

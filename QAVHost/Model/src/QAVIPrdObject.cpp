@@ -1,0 +1,5 @@
+#include "QAVIPrdObject.h"
+
+QAV_IMPLEMENT_CLASS(QAVIPrdObject, QAVIPLMComponent, "Model");
+
+QAVIPrdObject::~QAVIPrdObject() = default;

@@ -1,0 +1,5 @@
+#include "QAVIRbaGeometry.h"
+
+QAV_IMPLEMENT_CLASS(QAVIRbaGeometry, QAVBaseUnknown, "RenderingSiblings");
+
+QAVIRbaGeometry::~QAVIRbaGeometry() = default;
