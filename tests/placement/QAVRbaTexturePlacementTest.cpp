@@ -1,15 +1,27 @@
 // The object under edition: its observable (observers once each, everyone told
 // with the sender, an observer leaving during a call), its toggles, aligning
-// with the eye of the current viewer, and its references.
+// with the eye of the current viewer, and its references; its mapping model
+// updater snapping and scaling on a real support, pressed from the bar.
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <string>
 #include <vector>
 
+#include <cstdio>
+
 #include "QAV3DViewer.h"
+#include "QAVFrmLayout.h"
+#include "QAVFrmWindow.h"
+#include "QAVIPrdObject.h"
+#include "QAVIRbaMappingModelUpdater.h"
 #include "QAVIRbaMappingObservable.h"
+#include "QAVOmbObjectInContext.h"
 #include "QAVRbaContextBarManager.h"
+#include "QAVRbaEditMatrixDlg.h"
+#include "QAVRbaManipulatorServices.h"
+#include "QAVRbaPLMServices.h"
+#include "QAVRbaPanelManager.h"
 #include "QAVRbaTexturePlacement.h"
 #include "QAVRef.h"
 #include "QAVTestSupport.h"
@@ -130,6 +142,127 @@ TEST_F(TexturePlacementTest, AlignsWithTheEyeOfTheCurrentViewer) {
   EXPECT_NEAR(x.x * y.y - x.y * y.x, z.z, 1e-12);
   EXPECT_EQ(m.translation, at.translation);
   observable->RemoveObserver(seen.get());
+}
+
+}  // namespace
+
+namespace {
+
+class MappingUpdaterTest : public qavtest::HostTest {
+ protected:
+  void SetUp() override {
+    HostTest::SetUp();
+    std::string error;
+    ASSERT_EQ(Driver().OpenScene(QAV_RESOURCES_DIR "/scenes/showroom/scene.json", error), S_OK)
+        << error;
+    QAVRbaPLMServices::SetUIActiveProduct(
+        QAVQuery<QAVIPrdObject>(Driver().GetScene()->product.get()).get());
+  }
+};
+
+TEST_F(MappingUpdaterTest, SnapsAndScalesToTheSupportOrTheTexture) {
+  QAVRef<QAVOmbObjectInContext> vase = Driver().FindObject("Vase");
+  ASSERT_TRUE(vase);
+  QAVMathPoint centre;
+  QAVMathPoint size;
+  ASSERT_EQ(QAVRbaManipulatorServices::GetSupportSizeAndCenter(vase.get(), centre, size), S_OK);
+
+  for (const auto kind :
+       {QAVRbaTexturePlacement::Kind::AppliedMaterial, QAVRbaTexturePlacement::Kind::Decal,
+        QAVRbaTexturePlacement::Kind::Sticker}) {
+    auto placement = QAVMakeRef<QAVRbaTexturePlacement>(kind, vase.get());
+    QAVRef<QAVIRbaMappingModelUpdater> updater =
+        QAVQuery<QAVIRbaMappingModelUpdater>(placement.get());
+    ASSERT_TRUE(updater) << QAVRbaTexturePlacement::ClassOf(kind);
+    EXPECT_EQ(QAVQuery<QAVIRbaMappingModelUpdater>(placement.get()).get(), updater.get())
+        << "one updater per object";
+
+    EXPECT_EQ(updater->ReSnapToApplicationCenterpoint(), S_OK);
+    EXPECT_EQ(placement->GetIsometry().GetOrigin(), centre);
+    EXPECT_EQ(updater->RescaleToRelatedObjectSize(false), S_OK);
+    EXPECT_EQ(placement->GetSize(), (QAVMathVector{size.x, size.y, size.z}));
+
+    // Turned a quarter about X, the projection's Y runs along the box's Z.
+    QAVMathTransformation turned = placement->GetIsometry();
+    turned.yAxis = {0, 0, 1};
+    turned.zAxis = {0, -1, 0};
+    EXPECT_EQ(updater->SetIsometryMatrix(turned), S_OK);
+    EXPECT_EQ(updater->RescaleToRelatedObjectSize(false), S_OK);
+    EXPECT_EQ(placement->GetSize(), (QAVMathVector{size.x, size.z, size.y}));
+    QAVMathTransformation read;
+    EXPECT_EQ(updater->GetIsometryMatrix(read), S_OK);
+    EXPECT_EQ(read, turned);
+
+    // Keeping the texture's ratio, the whole texture fits in the support.
+    placement->SetTextureSize(200, 100);
+    EXPECT_EQ(updater->RescaleToRelatedObjectSize(true), S_OK);
+    const QAVMathVector& kept = placement->GetSize();
+    EXPECT_DOUBLE_EQ(kept.x / kept.y, 2.0);
+    EXPECT_LE(kept.x, size.x);
+    EXPECT_LE(kept.y, size.z);
+    EXPECT_EQ(updater->RescaleToOriginalTextureSize(), S_OK);
+    EXPECT_EQ(placement->GetSize(), (QAVMathVector{200, 100, size.y}));
+
+    EXPECT_EQ(updater->UpdateMappingType(QAVIRbaMappingModelUpdater::CtxBarCubical), S_OK);
+    EXPECT_EQ(placement->GetMappingType(), MT::Cubical);
+    updater.Reset();
+    EXPECT_EQ(placement->GetRefCount(), 1u);
+  }
+
+  // Without a support nothing can be measured, and nothing moves.
+  auto lost = QAVMakeRef<QAVRbaTexturePlacement>(QAVRbaTexturePlacement::Kind::Sticker, nullptr);
+  QAVRef<QAVIRbaMappingModelUpdater> updater = QAVQuery<QAVIRbaMappingModelUpdater>(lost.get());
+  ASSERT_TRUE(updater);
+  EXPECT_EQ(updater->ReSnapToApplicationCenterpoint(), E_FAIL);
+  EXPECT_EQ(updater->RescaleToRelatedObjectSize(true), E_FAIL);
+  EXPECT_EQ(lost->GetIsometry(), QAVMathTransformation());
+  EXPECT_EQ(lost->GetSize(), (QAVMathVector{100, 100, 100}));
+  // Other model objects have no updater.
+  auto part = QAVMakeRef<QAVModelObject>("QAVPart");
+  EXPECT_FALSE(QAVQuery<QAVIRbaMappingModelUpdater>(part.get()));
+}
+
+TEST_F(MappingUpdaterTest, FitToSupportPressedOnTheBarResizesAndTellsThePanel) {
+  std::string error;
+  ASSERT_EQ(
+      Driver().LoadCommandHeaders(QAV_RESOURCES_DIR "/headers/RenderingContextBars.headers", error),
+      15)
+      << error;
+  QAVRef<QAVOmbObjectInContext> plinth = Driver().FindObject("Plinth");
+  ASSERT_TRUE(plinth);
+  auto placement = QAVMakeRef<QAVRbaTexturePlacement>(QAVRbaTexturePlacement::Kind::AppliedMaterial,
+                                                      plinth.get());
+  QAVRbaContextBarManager* manager = QAVRbaContextBarManager::GetContextBarManager();
+  manager->SetRelatedObject(placement.get());
+  manager->InitContextualBar("QAVRbaUIContextBarMaterialComponent");
+  QAVCommand* started = nullptr;
+  ASSERT_EQ(Driver().PressContextBarButton("QAVRbaContextBarEditMatrixPositionHdr", started, error),
+            S_OK)
+      << error;
+  ASSERT_EQ(Driver().PressContextBarButton("QAVRbaContextBarMaterialSnapperHdr", started, error),
+            S_OK);
+  ASSERT_EQ(Driver().PressContextBarButton("QAVRbaContextBarFitToSupportScaleHdr", started, error),
+            S_OK);
+  Driver().Idle();
+  QAVMathPoint centre;
+  QAVMathPoint size;
+  ASSERT_EQ(QAVRbaManipulatorServices::GetSupportSizeAndCenter(plinth.get(), centre, size), S_OK);
+  EXPECT_EQ(placement->GetIsometry().GetOrigin(), centre);
+  EXPECT_EQ(placement->GetSize(), (QAVMathVector{size.x, size.y, size.z}));
+  // The position panel opened by the first button followed the snap.
+  QAVFrmWindow* window = QAVFrmLayout::GetCurrentLayout()->GetCurrentWindow();
+  auto* panel = dynamic_cast<QAVRbaEditMatrixDlg*>(
+      QAVRbaPanelManager::GetPanelManager()->GetPanel(25, window));
+  ASSERT_NE(panel, nullptr);
+  char origin[96];
+  std::snprintf(origin, sizeof origin, "Origin: %.4g, %.4g, %.4g", centre.x, centre.y, centre.z);
+  EXPECT_EQ(panel->FindWidget("originValue")->GetTitle().str(), origin);
+  QAVRbaPanelManager::GetPanelManager()->ClosePanel(25, window);
+  manager->DestroyContextualBar("QAVRbaUIContextBarMaterialComponent");
+  QAVRbaContextBarManager::DestroyContextBarManager();
+  Driver().Idle();
+  EXPECT_EQ(placement->GetRefCount(), 1u);
+  EXPECT_EQ(QAVQuery<MT>(placement.get())->GetObserverCount(), 0);
 }
 
 }  // namespace

@@ -48,7 +48,10 @@ class QAVHOST_API QAVBaseUnknown {
   // A copy is a new object with its own single reference (and none of the
   // other's extensions, nor its outer object).
   QAVBaseUnknown(const QAVBaseUnknown&) {}
-  QAVBaseUnknown& operator=(const QAVBaseUnknown&) { return *this; }
+  // Assignment keeps the object's own references, outer object and extensions.
+  QAVBaseUnknown& operator=(const QAVBaseUnknown&) {  // NOLINT(bugprone-unhandled-self-assignment)
+    return *this;
+  }
   virtual ~QAVBaseUnknown();
 
   virtual unsigned long AddRef();
