@@ -36,7 +36,8 @@ TEST_F(DemoCliTest, TourRunsSaysWhatIsOnPurposeAndCleansUp) {
         "aperture ladder: 1 1.2 1.4 1.7 2", "1/2000 1/4000\n", "autofocus: 837.1 mm",
         "focus circle: centre 480 270, radius 172.5", "  Frames rendered: 32\n  Total: 128\n",
         "the ambience updater received OnCameraChange(7)", "background \"City\": dome image",
-        "Done."})
+        "bar filled 2 times, mapping shown first: QAVRbaContextBarTypeFiniteCylindricalHdr",
+        "projection: origin 0 0 150, size 144 x 144 x 300", "ruler after typing 30: 30", "Done."})
     EXPECT_NE(run.out.find(part), std::string::npos) << part;
   EXPECT_TRUE(fs::is_empty(temp)) << fs::directory_iterator(temp)->path();
 }

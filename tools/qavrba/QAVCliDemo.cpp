@@ -195,6 +195,8 @@ int RunDemo() {
   status |= DemoColor(resources);
   Section("Camera, depth of field and the live HUD (resources/scenes/showroom)");
   status |= DemoScene(resources);
+  Section("Texture placement (resources/scenes/showroom)");
+  status |= DemoPlacement(resources);
   std::printf(status == 0 ? "\nDone.\n" : "\nDone, with errors (see above).\n");
   return status == 0 ? 0 : 1;
 }
