@@ -9,6 +9,7 @@
 #include "QAVAdapterAfrCtxBar.h"
 #include "QAVICAfrComponent.h"
 #include "QAVRbaUIExport.h"
+#include "QAVRef.h"
 #include "QAVString.h"
 
 class QAVRBAUI_API QAVRbaUIContextBar : public QAVAdapterAfrCtxBar {
@@ -41,7 +42,10 @@ class QAVRBAUI_API QAVRbaUIContextBar : public QAVAdapterAfrCtxBar {
   virtual const RowItem* GetRowItems(int& count) const = 0;
 
  private:
-  void AppendItem(QAVICAfrComponent* parent, const char* type, const QAVString& name);
+  // A new item of `parent` whose "Command" is its name; null for a null parent
+  // or when the parent makes none.
+  static QAVRef<QAVBaseUnknown> AppendItem(QAVICAfrComponent* parent, const char* type,
+                                           const QAVString& name);
 };
 
 #endif

@@ -1,7 +1,6 @@
 // qavrba scene and the focus commands on the shipped showroom, as a user runs them.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -9,19 +8,9 @@
 #include "QAVTestScenes.h"
 #include "QAVTestSupport.h"
 
-namespace fs = std::filesystem;
-
 namespace {
 
-class SceneCliTest : public ::testing::Test {
- protected:
-  void SetUp() override {
-    if (qavtest::QavrbaProgram().empty()) GTEST_SKIP() << "qavrba is not built";
-  }
-  qavtest::ScratchDir _scratch;
-  const std::string _showroom =
-      (fs::path(QAV_RESOURCES_DIR) / "scenes/showroom/scene.json").string();
-};
+using SceneCliTest = qavtest::ProgramTest;
 
 TEST_F(SceneCliTest, InfoAndPick) {
   qavtest::ProgramRun run = qavtest::RunQavrba("scene info " + _showroom, _scratch);

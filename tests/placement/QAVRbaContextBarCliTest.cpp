@@ -3,26 +3,15 @@
 // clear refusals of unknown bars, types, objects and buttons.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "QAVTestScenes.h"
 #include "QAVTestSupport.h"
 
-namespace fs = std::filesystem;
-
 namespace {
 
-class ContextBarCliTest : public ::testing::Test {
- protected:
-  void SetUp() override {
-    if (qavtest::QavrbaProgram().empty()) GTEST_SKIP() << "qavrba is not built";
-  }
-  qavtest::ScratchDir _scratch;
-  const std::string _showroom =
-      (fs::path(QAV_RESOURCES_DIR) / "scenes/showroom/scene.json").string();
-};
+using ContextBarCliTest = qavtest::ProgramTest;
 
 TEST_F(ContextBarCliTest, BarRowsAndTheirPictures) {
   qavtest::ProgramRun run =

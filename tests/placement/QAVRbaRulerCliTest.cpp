@@ -2,26 +2,15 @@
 // the showroom, a value typed, the values read back and the view with them.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "QAVTestScenes.h"
 #include "QAVTestSupport.h"
 
-namespace fs = std::filesystem;
-
 namespace {
 
-class RulerCliTest : public ::testing::Test {
- protected:
-  void SetUp() override {
-    if (qavtest::QavrbaProgram().empty()) GTEST_SKIP() << "qavrba is not built";
-  }
-  qavtest::ScratchDir _scratch;
-  const std::string _showroom =
-      (fs::path(QAV_RESOURCES_DIR) / "scenes/showroom/scene.json").string();
-};
+using RulerCliTest = qavtest::ProgramTest;
 
 TEST_F(RulerCliTest, ValuesReadBackAndTheViewWithTheRulers) {
   qavtest::ProgramRun run = qavtest::RunQavrba(

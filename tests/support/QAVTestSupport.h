@@ -82,6 +82,19 @@ std::filesystem::path QavrbaProgram();
 // the captured output.
 ProgramRun RunQavrba(const std::string& arguments, const ScratchDir& directory);
 
+// A test of the built qavrba program, skipped when it is not built: a scratch
+// directory to run it in, and the shipped showroom scene.
+class ProgramTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    if (QavrbaProgram().empty()) GTEST_SKIP() << "qavrba is not built";
+  }
+  ProgramRun Run(const std::string& arguments) const { return RunQavrba(arguments, _scratch); }
+
+  ScratchDir _scratch;
+  const std::string _showroom = std::string(QAV_RESOURCES_DIR) + "/scenes/showroom/scene.json";
+};
+
 // The shared test data beside the project, or empty when it is missing.
 std::filesystem::path SharedDir();
 

@@ -41,15 +41,15 @@ const char* HeaderOf(int mappingType) {
 
 }  // namespace
 
-void QAVRbaUIContextBar::AppendItem(QAVICAfrComponent* parent, const char* type,
-                                    const QAVString& name) {
-  if (!parent) return;
+QAVRef<QAVBaseUnknown> QAVRbaUIContextBar::AppendItem(QAVICAfrComponent* parent, const char* type,
+                                                      const QAVString& name) {
+  if (!parent) return nullptr;
   QAVAfrPropertyBundle properties;
   properties.SetString(QAVString("Command"), name);
   QAVBaseUnknown* created = nullptr;
-  if (SUCCEEDED(parent->CreateComponent(QAVString(type), name, QAVString(), properties, created)) &&
-      created)
-    created->Release();
+  if (FAILED(parent->CreateComponent(QAVString(type), name, QAVString(), properties, created)))
+    return nullptr;
+  return QAVRef<QAVBaseUnknown>::Adopt(created);
 }
 
 void QAVRbaUIContextBar::AppendCommandInRow(QAVICAfrComponent* parent, const QAVString& name) {
@@ -62,16 +62,8 @@ void QAVRbaUIContextBar::AppendSeparatorInRow(QAVICAfrComponent* parent, const Q
 
 void QAVRbaUIContextBar::AppendMappingContainerInRow(QAVICAfrComponent* parent,
                                                      const QAVString& name) {
-  if (!parent) return;
-  QAVAfrPropertyBundle properties;
-  properties.SetString(QAVString("Command"), name);
-  QAVBaseUnknown* made = nullptr;
-  if (FAILED(parent->CreateComponent(QAVString("QAVCmdContainer"), name, QAVString(), properties,
-                                     made)) ||
-      !made)
-    return;
-  auto created = QAVRef<QAVBaseUnknown>::Adopt(made);
-  QAVRef<QAVICAfrComponent> container = QAVQuery<QAVICAfrComponent>(created.get());
+  QAVRef<QAVICAfrComponent> container =
+      QAVQuery<QAVICAfrComponent>(AppendItem(parent, "QAVCmdContainer", name).get());
   if (!container) return;
 
   std::vector<std::string> headers = {
@@ -93,16 +85,8 @@ void QAVRbaUIContextBar::AppendMappingContainerInRow(QAVICAfrComponent* parent,
 
 void QAVRbaUIContextBar::AppendScaleContainerInRow(QAVICAfrComponent* parent,
                                                    const QAVString& name) {
-  if (!parent) return;
-  QAVAfrPropertyBundle properties;
-  properties.SetString(QAVString("Command"), name);
-  QAVBaseUnknown* made = nullptr;
-  if (FAILED(parent->CreateComponent(QAVString("QAVCmdContainer"), name, QAVString(), properties,
-                                     made)) ||
-      !made)
-    return;
-  auto created = QAVRef<QAVBaseUnknown>::Adopt(made);
-  if (QAVRef<QAVICAfrComponent> container = QAVQuery<QAVICAfrComponent>(created.get())) {
+  if (QAVRef<QAVICAfrComponent> container =
+          QAVQuery<QAVICAfrComponent>(AppendItem(parent, "QAVCmdContainer", name).get())) {
     AppendCommandInRow(container.get(), QAVString("QAVRbaContextBarFitToSupportScaleHdr"));
     AppendCommandInRow(container.get(), QAVString("QAVRbaContextBarFitToTextureScaleHdr"));
   }
