@@ -255,7 +255,8 @@ TEST_F(MappingUpdaterTest, FitToSupportPressedOnTheBarResizesAndTellsThePanel) {
       QAVRbaPanelManager::GetPanelManager()->GetPanel(25, window));
   ASSERT_NE(panel, nullptr);
   char origin[96];
-  std::snprintf(origin, sizeof origin, "Origin: %.4g, %.4g, %.4g", centre.x, centre.y, centre.z);
+  (void)std::snprintf(origin, sizeof origin, "Origin: %.4g, %.4g, %.4g", centre.x, centre.y,
+                      centre.z);
   EXPECT_EQ(panel->FindWidget("originValue")->GetTitle().str(), origin);
   QAVRbaPanelManager::GetPanelManager()->ClosePanel(25, window);
   manager->DestroyContextualBar("QAVRbaUIContextBarMaterialComponent");

@@ -17,7 +17,7 @@ constexpr double kLabel = 12;     // the label line under the buttons
 
 std::string Num(double v) {
   char text[32];
-  std::snprintf(text, sizeof text, "%.1f", v);
+  (void)std::snprintf(text, sizeof text, "%.1f", v);
   return text;
 }
 

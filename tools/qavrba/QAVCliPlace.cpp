@@ -38,7 +38,7 @@ const Kind kKinds[] = {
 
 std::string Vector(const QAVMathVector& v) {
   char text[96];
-  std::snprintf(text, sizeof text, "%.3f %.3f %.3f", v.x, v.y, v.z);
+  (void)std::snprintf(text, sizeof text, "%.3f %.3f %.3f", v.x, v.y, v.z);
   return text;
 }
 
@@ -70,7 +70,7 @@ std::string Polyline(const View& view, const std::vector<QAVMathPoint>& points, 
       continue;
     }
     char step[64];
-    std::snprintf(step, sizeof step, "%c%.1f %.1f ", pen ? 'L' : 'M', x, y);
+    (void)std::snprintf(step, sizeof step, "%c%.1f %.1f ", pen ? 'L' : 'M', x, y);
     d += step;
     pen = true;
   }

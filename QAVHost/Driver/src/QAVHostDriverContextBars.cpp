@@ -43,8 +43,9 @@ int QAVHostDriver::LoadCommandHeaders(const std::string& path, std::string& erro
     }
     const QAVCommandHeader* known = QAVCommandHeader::GetHeaderFromList(name.c_str());
     if (known && !(known->GetCommandClassName() == command.c_str())) {
-      error = path + ":" + std::to_string(number) + ": the header " + name + " already starts " +
-              known->GetCommandClassName().str();
+      error = path + ":" + std::to_string(number);
+      error += ": the header " + name + " already starts ";
+      error += known->GetCommandClassName().str();
       return -1;
     }
     headers.emplace_back(name, command);
