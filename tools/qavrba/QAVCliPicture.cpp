@@ -68,7 +68,8 @@ std::string SvgEscaped(const std::string& text) {
         out += "&quot;";
         break;
       default:
-        out += c;
+        // Control bytes are not allowed in XML text.
+        out += static_cast<unsigned char>(c) < 0x20 ? '?' : c;
     }
   }
   return out;

@@ -1,4 +1,4 @@
-// The specification object of the model: what every object of a product's
+// The interface that every model object answers: what every object of a product's
 // tree is, whatever its class (a part, a sticker container, a camera, a light,
 // an ambience...).
 #ifndef QAVISpecObject_h
