@@ -146,7 +146,7 @@ TEST_F(RulerEditorTest, DecorationsAreDrawnOverTheSceneInTheirOrder) {
 TEST_F(RulerEditorTest, EditorsAreDrawnInTheCurrentViewerWhileShown) {
   auto* father = new QAVCommand(nullptr, "father");
   auto* ruler = new QAVRulerDecoratedLengthEditor(father, "length");
-  ASSERT_NE(ruler->GetDecoration(), nullptr);
+  EXPECT_NE(ruler->GetDecoration(), nullptr);
   ruler->SetDecoratorData({1, 2, 3}, {0, 1, 0}, 7.5);
   EXPECT_EQ(ruler->GetValue(), 7.5) << "the length is shown";
 
