@@ -9,6 +9,8 @@
 #include "QAVAtomicFile.h"
 #include "QAVCallbackManager.h"
 #include "QAVCtxBarSwitch.h"
+#include "QAVFrmContext.h"
+#include "QAVFrmEditor.h"
 #include "QAVFrmLayout.h"
 #include "QAVFrmWindow.h"
 #include "QAVGraphicWindow.h"
@@ -142,6 +144,13 @@ void QAVHostDriver::ShowScene(const QAVSceneDocument& scene) {
   window->SetViewer(viewer.get());
   layout->AddWindow(window.get());
   layout->SetCurrentWindow(window.get());
+  // The scene's workbench is the user's, and its root object is what the
+  // user edits.
+  QAVFrmContext::SetContext(QAVMakeRef<QAVFrmContext>(scene.workbench.c_str()).get());
+  auto editor = QAVMakeRef<QAVFrmEditor>();
+  if (QAVModelObject* edited = scene.root ? scene.root->GetModelObject() : nullptr)
+    editor->SetPathElement(QAVPathElement(edited));
+  QAVFrmEditor::SetCurrentEditor(editor.get());
   _state->scene = scene;
   _state->window = window;
   _state->viewer = viewer;

@@ -12,6 +12,9 @@
 #ifndef QAVCommand_h
 #define QAVCommand_h
 
+#include <cstdint>
+#include <vector>
+
 #include "QAVEventSubscriber.h"
 #include "QAVRef.h"
 #include "QAVString.h"
@@ -19,6 +22,13 @@
 class QAVCallbackManager;
 class QAVNotification;
 class QAVApplication;
+class QAVBaseUnknown;
+class QAVCommand;
+
+// A command's method called back for an event another command sends:
+// (the sender, the notification, the client data given at registration).
+using QAVCommandMethod = void (QAVCommand::*)(QAVCommand* sender, QAVNotification* notification,
+                                              void* data);
 
 class QAVHOST_API QAVCommand : public QAVEventSubscriber {
   QAV_DECLARE_CLASS
@@ -51,6 +61,19 @@ class QAVHOST_API QAVCommand : public QAVEventSubscriber {
   // sends its notifications to its subscribers.
   QAVCallbackManager* GetCallbackManager();
 
+  // Calls `method` on this command whenever `sender` sends `event` through its
+  // callback manager, until removed or this command dies. Returns the
+  // registration (0 for a null argument).
+  std::uint64_t AddAnalyseNotificationCB(QAVCommand* sender, const char* event,
+                                         QAVCommandMethod method, void* data);
+  // False when the registration is not one of this command's.
+  bool RemoveAnalyseNotificationCB(std::uint64_t registration);
+
+  // The object of a class that a notification carries (borrowed), or null: a
+  // viewer's notification (QAVVueNotification of a QAVViewerEvent) carries
+  // its QAVPathElement, its QAVPickPath and its QAVViewerEvent.
+  QAVBaseUnknown* SendCommandSpecificObject(const char* className, QAVNotification* notification);
+
  private:
   friend class QAVApplication;
 
@@ -60,6 +83,14 @@ class QAVHOST_API QAVCommand : public QAVEventSubscriber {
   bool _destructionRequested = false;
   bool _hostReference = true;  // the host still holds the reference it started with
   QAVRef<QAVCallbackManager> _callbacks;
+  struct Analysis {
+    std::uint64_t id;
+    QAVRef<QAVCallbackManager> manager;  // the sender's
+  };
+  std::vector<Analysis> _analyses;
 };
+
+// The callback manager of a command, through which it sends its events.
+QAVHOST_API QAVCallbackManager* GetDefaultCallbackManager(QAVCommand* command);
 
 #endif

@@ -1,6 +1,7 @@
 // The 3D representations of a scene: a tree whose inner nodes are bags
 // (QAV3DBagRep, each with an optional 4 x 4 matrix placing its children) and
-// whose leaves carry geometry (QAVSurfacicRep: triangles). Each representation
+// whose leaves carry geometry (QAV3DTessellatedRep and its kinds: triangles;
+// QAV3DCustomRep: any graphic primitives). Each representation
 // may stand for a model object (a part, a sticker container, a light...).
 #ifndef QAV3DRep_h
 #define QAV3DRep_h
@@ -11,6 +12,7 @@
 
 #include "QAV4x4Matrix.h"
 #include "QAVBaseUnknown.h"
+#include "QAVGraphicPrimitive.h"
 #include "QAVModelObject.h"
 #include "QAVRef.h"
 
@@ -62,29 +64,107 @@ class QAVHOST_API QAV3DBagRep : public QAV3DRep {
   std::vector<QAVRef<QAV3DRep>> _children;
 };
 
-// A leaf of triangles: vertex positions and normals (x, y, z each, in the
-// space of the bag above) and triangles as three vertex indices each.
-class QAVHOST_API QAVSurfacicRep : public QAV3DRep {
+// A leaf drawn from triangles: vertex positions and normals (x, y, z each, in
+// the space of the bag above) and triangles as three vertex indices each. What
+// kind of shape the triangles stand for is the subclass's; each says which of
+// its graphic primitives a triangle belongs to, which is what a pick reports as
+// the sub-element hit.
+class QAVHOST_API QAV3DTessellatedRep : public QAV3DRep {
   QAV_DECLARE_CLASS
  public:
-  QAVSurfacicRep();
-  ~QAVSurfacicRep() override;
+  QAV3DTessellatedRep();
+  ~QAV3DTessellatedRep() override;
 
   // False, changing nothing, when the arrays do not fit (sizes not multiples of
   // three, normals not one per vertex or absent, an index out of range, a
   // coordinate that is not finite).
-  bool SetGeometry(std::vector<float> positions, std::vector<float> normals,
-                   std::vector<std::uint32_t> triangles);
+  virtual bool SetGeometry(std::vector<float> positions, std::vector<float> normals,
+                           std::vector<std::uint32_t> triangles);
   const std::vector<float>& GetPositions() const { return _positions; }
   const std::vector<float>& GetNormals() const { return _normals; }  // may be empty
   const std::vector<std::uint32_t>& GetTriangles() const { return _triangles; }
   int GetVertexCount() const { return static_cast<int>(_positions.size() / 3); }
   int GetTriangleCount() const { return static_cast<int>(_triangles.size() / 3); }
 
+  // The graphic primitives (borrowed); null out of range.
+  virtual int GetPrimitiveCount() const { return 0; }
+  virtual QAVGraphicPrimitive* GetPrimitive(int /*index*/) const { return nullptr; }
+  // The index of the primitive that holds a triangle (0 when there is none).
+  virtual int GetSubElementOf(int /*triangle*/) const { return 0; }
+
  private:
   std::vector<float> _positions;
   std::vector<float> _normals;
   std::vector<std::uint32_t> _triangles;
+};
+
+// A surface made of faces: consecutive runs of its triangles, one face over
+// all of them unless SetFaces splits them.
+class QAVHOST_API QAVSurfacicRep : public QAV3DTessellatedRep {
+  QAV_DECLARE_CLASS
+ public:
+  QAVSurfacicRep();
+  ~QAVSurfacicRep() override;
+
+  // New geometry comes as one face.
+  bool SetGeometry(std::vector<float> positions, std::vector<float> normals,
+                   std::vector<std::uint32_t> triangles) override;
+  // Splits the triangles into faces starting at the triangles given (the first
+  // 0, strictly increasing, each below the triangle count); false, changing
+  // nothing, otherwise.
+  bool SetFaces(const std::vector<int>& firstTriangles);
+  int GetPrimitiveCount() const override { return static_cast<int>(_faces.size()); }
+  QAVGraphicPrimitive* GetPrimitive(int index) const override;
+  int GetSubElementOf(int triangle) const override;
+
+ private:
+  std::vector<QAVRef<QAV3DFaceGP>> _faces;
+};
+
+// A cylinder, a pipe along a curve: one face over all their triangles.
+class QAVHOST_API QAV3DCylinderRep : public QAV3DTessellatedRep {
+  QAV_DECLARE_CLASS
+ public:
+  QAV3DCylinderRep();
+  ~QAV3DCylinderRep() override;
+  bool SetGeometry(std::vector<float> positions, std::vector<float> normals,
+                   std::vector<std::uint32_t> triangles) override;
+  int GetPrimitiveCount() const override { return _face ? 1 : 0; }
+  QAVGraphicPrimitive* GetPrimitive(int index) const override;
+
+ private:
+  QAVRef<QAV3DFaceGP> _face;
+};
+
+class QAVHOST_API QAV3DCurvedPipeRep : public QAV3DCylinderRep {
+  QAV_DECLARE_CLASS
+ public:
+  QAV3DCurvedPipeRep();
+  ~QAV3DCurvedPipeRep() override;
+};
+
+// A canonical shape (a plane, a sphere...) known by its equation: picked on its
+// triangles but drawn without graphic primitives.
+class QAVHOST_API QAV3DCanonicalRep : public QAV3DTessellatedRep {
+  QAV_DECLARE_CLASS
+ public:
+  QAV3DCanonicalRep();
+  ~QAV3DCanonicalRep() override;
+};
+
+// A representation of any primitives (gizmos, markers); not picked.
+class QAVHOST_API QAV3DCustomRep : public QAV3DRep {
+  QAV_DECLARE_CLASS
+ public:
+  QAV3DCustomRep();
+  ~QAV3DCustomRep() override;
+  // Adds a primitive (a reference is held) drawn with the attributes given.
+  void AddGP(QAVGraphicPrimitive* primitive, const QAVGraphicAttributeSet& attributes);
+  int GetPrimitiveCount() const { return static_cast<int>(_primitives.size()); }
+  QAVGraphicPrimitive* GetPrimitive(int index) const;  // borrowed; null out of range
+
+ private:
+  std::vector<QAVRef<QAVGraphicPrimitive>> _primitives;
 };
 
 #endif

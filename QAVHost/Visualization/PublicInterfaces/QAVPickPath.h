@@ -29,8 +29,9 @@ class QAVHOST_API QAVPickPath : public QAVBaseUnknown {
   QAV3DViewpoint* GetViewpoint() const { return _viewpoint.get(); }
   const QAVMathPoint& GetGlobalIntersection() const { return _intersection; }
   const QAVMathVector& GetGlobalNormal() const { return _normal; }  // unit, facing the eye
-  int GetCurrentSubElement() const { return _subElement; }          // the triangle hit
-  double GetDistance() const { return _distance; }                  // from the eye
+  // The primitive hit: its index in the leaf (QAV3DTessellatedRep::GetPrimitive).
+  int GetCurrentSubElement() const { return _subElement; }
+  double GetDistance() const { return _distance; }  // from the eye
 
  private:
   std::vector<QAVRef<QAV3DRep>> _reps;

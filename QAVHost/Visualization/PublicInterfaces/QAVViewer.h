@@ -13,6 +13,7 @@
 class QAVCallbackManager;
 class QAVGraphicWindow;
 class QAVPickPath;
+class QAV3DRep;
 class QAVFrmWindow;
 
 class QAVHOST_API QAVViewer : public QAVEventSubscriber {
@@ -33,6 +34,23 @@ class QAVHOST_API QAVViewer : public QAVEventSubscriber {
   QAVGraphicWindow* GetSupport() const { return _support.get(); }
   void GetGraphicSize(float& width, float& height) const;
 
+  // The pointer's shape over the graphic area, by the host's cursor numbers
+  // (0 the default; 3 a snap target, 14 a drag under way, 15 no target).
+  int GetCursor() const { return _cursor; }
+  void SetCursor(int cursor) { _cursor = cursor; }
+
+  // Representations shown over the scene (gizmos, feedback), in their order:
+  // the viewer holds a reference. AddRep: E_INVALIDARG for null, S_FALSE when
+  // shown already. RemoveRep: E_FAIL when not shown.
+  HRESULT AddRep(QAV3DRep* rep);
+  HRESULT RemoveRep(QAV3DRep* rep);
+  int GetRepCount() const { return static_cast<int>(_reps.size()); }
+  QAV3DRep* GetRep(int index) const;  // 0-based, borrowed; null out of range
+
+  // Asks for the view to be drawn again; the substitute counts the requests.
+  void Draw() { ++_redraws; }
+  int GetRedrawCount() const { return _redraws; }
+
   // Picks at the pixel (x, y) of the graphic area (from its top left corner)
   // with a box of boxWidth by boxHeight pixels around it: `paths` receives every
   // pick path met, nearest first (it is emptied first). `style` is the host's
@@ -48,6 +66,9 @@ class QAVHOST_API QAVViewer : public QAVEventSubscriber {
   QAVRef<QAVCallbackManager> _callbacks;
   QAVRef<QAVGraphicWindow> _support;
   QAVFrmWindow* _window = nullptr;
+  int _cursor = 0;
+  std::vector<QAVRef<QAV3DRep>> _reps;
+  int _redraws = 0;
 };
 
 #endif

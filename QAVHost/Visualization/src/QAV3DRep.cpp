@@ -1,12 +1,18 @@
 #include "QAV3DRep.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "QAVModelObjectVisu.h"
 
 QAV_IMPLEMENT_CLASS(QAV3DRep, QAVBaseUnknown, "Visualization");
 QAV_IMPLEMENT_CLASS(QAV3DBagRep, QAV3DRep, "Visualization");
-QAV_IMPLEMENT_CLASS(QAVSurfacicRep, QAV3DRep, "Visualization");
+QAV_IMPLEMENT_CLASS(QAV3DTessellatedRep, QAV3DRep, "Visualization");
+QAV_IMPLEMENT_CLASS(QAVSurfacicRep, QAV3DTessellatedRep, "Visualization");
+QAV_IMPLEMENT_CLASS(QAV3DCylinderRep, QAV3DTessellatedRep, "Visualization");
+QAV_IMPLEMENT_CLASS(QAV3DCurvedPipeRep, QAV3DCylinderRep, "Visualization");
+QAV_IMPLEMENT_CLASS(QAV3DCanonicalRep, QAV3DTessellatedRep, "Visualization");
+QAV_IMPLEMENT_CLASS(QAV3DCustomRep, QAV3DRep, "Visualization");
 
 QAV3DRep::QAV3DRep() = default;
 
@@ -56,11 +62,11 @@ QAV3DRep* QAV3DBagRep::GetChild(int index) const {
   return _children[static_cast<std::size_t>(index)].get();
 }
 
-QAVSurfacicRep::QAVSurfacicRep() = default;
-QAVSurfacicRep::~QAVSurfacicRep() = default;
+QAV3DTessellatedRep::QAV3DTessellatedRep() = default;
+QAV3DTessellatedRep::~QAV3DTessellatedRep() = default;
 
-bool QAVSurfacicRep::SetGeometry(std::vector<float> positions, std::vector<float> normals,
-                                 std::vector<std::uint32_t> triangles) {
+bool QAV3DTessellatedRep::SetGeometry(std::vector<float> positions, std::vector<float> normals,
+                                      std::vector<std::uint32_t> triangles) {
   if (positions.size() % 3 != 0 || triangles.size() % 3 != 0) return false;
   if (!normals.empty() && normals.size() != positions.size()) return false;
   for (const float value : positions)
@@ -74,4 +80,81 @@ bool QAVSurfacicRep::SetGeometry(std::vector<float> positions, std::vector<float
   _normals = std::move(normals);
   _triangles = std::move(triangles);
   return true;
+}
+
+QAVSurfacicRep::QAVSurfacicRep() = default;
+QAVSurfacicRep::~QAVSurfacicRep() = default;
+
+bool QAVSurfacicRep::SetGeometry(std::vector<float> positions, std::vector<float> normals,
+                                 std::vector<std::uint32_t> triangles) {
+  if (!QAV3DTessellatedRep::SetGeometry(std::move(positions), std::move(normals),
+                                        std::move(triangles)))
+    return false;
+  _faces.clear();
+  if (GetTriangleCount() > 0) _faces.push_back(QAVMakeRef<QAV3DFaceGP>(0, GetTriangleCount()));
+  return true;
+}
+
+bool QAVSurfacicRep::SetFaces(const std::vector<int>& firstTriangles) {
+  const int count = GetTriangleCount();
+  if (firstTriangles.empty() || firstTriangles.front() != 0) return false;
+  for (std::size_t i = 1; i < firstTriangles.size(); ++i)
+    if (firstTriangles[i] <= firstTriangles[i - 1]) return false;
+  if (firstTriangles.back() >= count) return false;
+  _faces.clear();
+  for (std::size_t i = 0; i < firstTriangles.size(); ++i) {
+    const int end = i + 1 < firstTriangles.size() ? firstTriangles[i + 1] : count;
+    _faces.push_back(QAVMakeRef<QAV3DFaceGP>(firstTriangles[i], end - firstTriangles[i]));
+  }
+  return true;
+}
+
+QAVGraphicPrimitive* QAVSurfacicRep::GetPrimitive(int index) const {
+  if (index < 0 || index >= GetPrimitiveCount()) return nullptr;
+  return _faces[static_cast<std::size_t>(index)].get();
+}
+
+int QAVSurfacicRep::GetSubElementOf(int triangle) const {
+  // The faces are in order: the last one starting at or before the triangle.
+  const auto after = std::upper_bound(
+      _faces.begin(), _faces.end(), triangle,
+      [](int t, const QAVRef<QAV3DFaceGP>& face) { return t < face->GetFirstTriangle(); });
+  return after == _faces.begin() ? 0 : static_cast<int>(after - _faces.begin()) - 1;
+}
+
+QAV3DCylinderRep::QAV3DCylinderRep() = default;
+QAV3DCylinderRep::~QAV3DCylinderRep() = default;
+
+bool QAV3DCylinderRep::SetGeometry(std::vector<float> positions, std::vector<float> normals,
+                                   std::vector<std::uint32_t> triangles) {
+  if (!QAV3DTessellatedRep::SetGeometry(std::move(positions), std::move(normals),
+                                        std::move(triangles)))
+    return false;
+  _face = GetTriangleCount() > 0 ? QAVMakeRef<QAV3DFaceGP>(0, GetTriangleCount()) : nullptr;
+  return true;
+}
+
+QAVGraphicPrimitive* QAV3DCylinderRep::GetPrimitive(int index) const {
+  return index == 0 ? _face.get() : nullptr;
+}
+
+QAV3DCurvedPipeRep::QAV3DCurvedPipeRep() = default;
+QAV3DCurvedPipeRep::~QAV3DCurvedPipeRep() = default;
+
+QAV3DCanonicalRep::QAV3DCanonicalRep() = default;
+QAV3DCanonicalRep::~QAV3DCanonicalRep() = default;
+
+QAV3DCustomRep::QAV3DCustomRep() = default;
+QAV3DCustomRep::~QAV3DCustomRep() = default;
+
+void QAV3DCustomRep::AddGP(QAVGraphicPrimitive* primitive,
+                           const QAVGraphicAttributeSet& attributes) {
+  if (!primitive) return;
+  primitive->SetAttributes(attributes);
+  _primitives.emplace_back(primitive);
+}
+
+QAVGraphicPrimitive* QAV3DCustomRep::GetPrimitive(int index) const {
+  if (index < 0 || index >= GetPrimitiveCount()) return nullptr;
+  return _primitives[static_cast<std::size_t>(index)].get();
 }

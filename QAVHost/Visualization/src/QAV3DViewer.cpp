@@ -120,9 +120,9 @@ HRESULT QAV3DViewer::Pick(int x, int y, int boxWidth, int boxHeight, int /*style
     return best[a].distance < best[b].distance;
   });
   for (const std::size_t i : order)
-    paths.push_back(QAVMakeRef<QAVPickPath>(caster->PathOf(best[i].leaf), _mainViewpoint.get(),
-                                            points[i], best[i].normal,
-                                            static_cast<int>(best[i].triangle), best[i].distance));
+    paths.push_back(QAVMakeRef<QAVPickPath>(
+        caster->PathOf(best[i].leaf), _mainViewpoint.get(), points[i], best[i].normal,
+        caster->SubElementOf(best[i].leaf, best[i].triangle), best[i].distance));
   return S_OK;
 }
 

@@ -54,7 +54,7 @@ void QAVRayCaster::Flatten(QAV3DRep* rep, const QAV4x4Matrix& toGlobal,
     const QAV4x4Matrix inner = bag->GetMatrix() ? toGlobal * *bag->GetMatrix() : toGlobal;
     for (int i = 0; i < bag->GetChildCount(); ++i)
       Flatten(bag->GetChild(i), inner, path);
-  } else if (auto* surface = dynamic_cast<QAVSurfacicRep*>(rep);
+  } else if (auto* surface = dynamic_cast<QAV3DTessellatedRep*>(rep);
              surface && surface->GetTriangleCount() > 0) {
     RTCGeometry geometry = rtcNewGeometry(Device(), RTC_GEOMETRY_TYPE_TRIANGLE);
     const std::vector<float>& positions = surface->GetPositions();
@@ -80,8 +80,10 @@ void QAVRayCaster::Flatten(QAV3DRep* rep, const QAV4x4Matrix& toGlobal,
       _paths.resize(id + 1);
       _normals.resize(id + 1);
       _triangleLists.resize(id + 1);
+      _leaves.resize(id + 1);
     }
     _paths[id].assign(path.rbegin(), path.rend());
+    _leaves[id] = surface;
     _triangleLists[id] = &triangles;
     const std::vector<float>& normals = surface->GetNormals();
     if (!normals.empty()) {

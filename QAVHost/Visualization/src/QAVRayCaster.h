@@ -40,6 +40,10 @@ class QAVRayCaster {
 
   // The representations from a leaf up to the root.
   const std::vector<QAVRef<QAV3DRep>>& PathOf(unsigned leaf) const { return _paths[leaf]; }
+  // The leaf's sub-element of one of its triangles: the primitive that holds it.
+  int SubElementOf(unsigned leaf, unsigned triangle) const {
+    return _leaves[leaf]->GetSubElementOf(static_cast<int>(triangle));
+  }
   unsigned GetLeafCount() const { return static_cast<unsigned>(_paths.size()); }
   std::size_t GetTriangleCount() const { return _triangles; }
 
@@ -53,6 +57,7 @@ class QAVRayCaster {
   // its triangles, for smooth shading normals.
   std::vector<std::vector<float>> _normals;
   std::vector<const std::vector<std::uint32_t>*> _triangleLists;
+  std::vector<const QAV3DTessellatedRep*> _leaves;  // held by the paths
   std::size_t _triangles = 0;
 };
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "QAV3DViewer.h"
+#include "QAVFixedGPDrawing.h"
 #include "QAVModelObject.h"
 #include "QAVRayCaster.h"
 
@@ -110,7 +111,8 @@ HRESULT QAVViewRenderer::Render(QAV3DViewer* viewer, QAVRef<QAVPixelImage>& imag
       pixel[2] = Byte(colour.b);
     }
   }
-  // The decorations over the scene, in their order.
+  // The representations shown over the scene, then the decorations.
+  QAVDrawViewerReps(*picture, *viewer);
   for (int i = 0; i < viewer->GetDecorationCount(); ++i)
     viewer->GetDecoration(i)->Draw(*picture, *viewer);
   image = picture;
