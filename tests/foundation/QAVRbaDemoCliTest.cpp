@@ -37,7 +37,9 @@ TEST_F(DemoCliTest, TourRunsSaysWhatIsOnPurposeAndCleansUp) {
         "focus circle: centre 480 270, radius 172.5", "  Frames rendered: 32\n  Total: 128\n",
         "the ambience updater received OnCameraChange(7)", "background \"City\": dome image",
         "bar filled 2 times, mapping shown first: QAVRbaContextBarTypeFiniteCylindricalHdr",
-        "projection: origin 0 0 150, size 144 x 144 x 300", "ruler after typing 30: 30", "Done."})
+        "projection: origin 0 0 150, size 144 x 144 x 300",
+        "snap over the key light: origin 0.0 -73.0 200.8, normal 0.00 1.00 0.00, cursor 15",
+        "ruler after typing 30: 30", "Done."})
     EXPECT_NE(run.out.find(part), std::string::npos) << part;
   EXPECT_TRUE(fs::is_empty(temp)) << fs::directory_iterator(temp)->path();
 }

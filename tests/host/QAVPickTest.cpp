@@ -80,12 +80,10 @@ TEST_F(PickTest, EveryRepresentationOnTheRayNearestFirstWithItsPath) {
   EXPECT_EQ(paths[2]->GetRep(0)->GetFather(), root.get());
   // Walking up a path.
   QAVPickPath& walk = *paths[1];
-  EXPECT_EQ(walk.GetCurrentRep(), sticker.get());
-  ASSERT_TRUE(walk.NextFatherRep());
-  EXPECT_EQ(walk.GetCurrentRep(), stickers.get());
-  ASSERT_TRUE(walk.NextFatherRep());
-  EXPECT_FALSE(walk.NextFatherRep());
-  EXPECT_EQ(walk.GetCurrentRep(), root.get());
+  EXPECT_EQ(walk.NextFatherRep(), sticker.get());
+  EXPECT_EQ(walk.NextFatherRep(), stickers.get());
+  EXPECT_EQ(walk.NextFatherRep(), root.get());
+  EXPECT_EQ(walk.NextFatherRep(), nullptr);
 
   // Ten pixels right of the centre (x = 2 on the part, 1.8 at the sticker's
   // height, 1 at the light's): only the part.

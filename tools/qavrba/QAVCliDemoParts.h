@@ -20,8 +20,8 @@ int DemoColor(const std::string& resourcesDir);
 // lies at the centre of the view, the autofocus distance, the focus circle and
 // the live HUD's lines.
 int DemoScene(const std::string& resourcesDir);
-// Places a material on the showroom's vase through its context bar, and reads
-// a length ruler back.
+// Places a material on the showroom's vase through its context bar, snaps a
+// frame to the sticker, and reads a length ruler back.
 int DemoPlacement(const std::string& resourcesDir);
 // The panel scenario over the scene shown by `driver` (see QAVCliDemoPanels.cpp).
 class QAVHostDriver;

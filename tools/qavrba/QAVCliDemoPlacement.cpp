@@ -1,12 +1,14 @@
 // The demo's texture placement: a material placed on the showroom's vase
 // through its context bar (the bar filled, a mapping type pressed, the bar
 // filled again with it first, the projection snapped and fitted), the size of
-// the support, and a length ruler fed with a drag and read back after the
-// user typed into it.
+// the support, the snap manipulator over the sticker and the key light, and a
+// length ruler fed with a drag and read back after the user typed into it.
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <tuple>
 
+#include "QAV3DViewer.h"
 #include "QAVAfrCtxBarFrame.h"
 #include "QAVCliDemoParts.h"
 #include "QAVCliScene.h"
@@ -16,6 +18,7 @@
 #include "QAVRbaContextBarManager.h"
 #include "QAVRbaManipulatorServices.h"
 #include "QAVRbaRulerManager.h"
+#include "QAVRbaSnapManipulator.h"
 #include "QAVRbaTexturePlacement.h"
 #include "QAVRulerDecoratedEditor.h"
 
@@ -94,6 +97,22 @@ int DemoPlacement(const std::string& resourcesDir) {
   manager->DestroyContextualBar(kBar);
   manager->SetRelatedObject(nullptr);
   QAVRbaContextBarManager::DestroyContextBarManager();
+
+  // The snap manipulator: the pointer over the sticker on the vase, then over
+  // the key light, which is never snapped to outside the ambience workbench.
+  auto* snap = new QAVRbaSnapManipulator;
+  QAV3DViewer* viewer = driver->GetSceneViewer();
+  for (const auto& [x, y, what] :
+       {std::tuple{480, 300, "the sticker"}, {198, 55, "the key light"}}) {
+    driver->PointerMove(viewer, x, y);
+    const QAVMathPointf& o = snap->GetOrigin();
+    const QAVMathDirectionf& n = snap->GetNormal();
+    std::printf("snap over %s: origin %.1f %.1f %.1f, normal %.2f %.2f %.2f, cursor %d\n", what,
+                o.x + 0.0, o.y + 0.0, o.z + 0.0, n.x + 0.0, n.y + 0.0, n.z + 0.0,
+                viewer->GetCursor());
+  }
+  snap->RequestDelayedDestruction();
+  driver->Idle();
 
   // A length ruler as a placement command uses it: fed with a drag of 40 mm,
   // then the user types 30 into it.

@@ -91,8 +91,8 @@ int Pick(const std::string& path, int x, int y, int width, int height) {
   for (const QAVRef<QAVPickPath>& pick : paths) {
     const QAVMathPoint& p = pick->GetGlobalIntersection();
     const QAVMathVector& n = pick->GetGlobalNormal();
-    std::printf("%.3f\tat %.3f %.3f %.3f\tnormal %.3f %.3f %.3f\tface %d\n",
-                pick->GetDistance(), p.x, p.y, p.z, n.x, n.y, n.z, pick->GetCurrentSubElement());
+    std::printf("%.3f\tat %.3f %.3f %.3f\tnormal %.3f %.3f %.3f\tface %d\n", pick->GetDistance(),
+                p.x, p.y, p.z, n.x, n.y, n.z, pick->GetCurrentSubElement());
     for (int i = 0; i < pick->GetRepCount(); ++i) {
       const QAVModelObject* object = pick->GetRep(i)->GetModelObject();
       if (object) std::printf("  %s\n", Describe(object).c_str());

@@ -69,7 +69,7 @@ class QAVHOSTDRIVER_API QAVHostDriver {
   void Resize(QAVViewer* viewer, float width, float height);
   // Simulated input: the pointer over a viewer's graphic area. The viewer sends
   // QAVPointerEvent::POINTER_MOVED / _PRESSED / _RELEASED with what lies under
-  // the pointer. Null is ignored.
+  // the pointer (nothing outside the graphic area). Null is ignored.
   void PointerMove(QAVViewer* viewer, double x, double y);
   void PointerPress(QAVViewer* viewer, double x, double y, int button = 1);
   void PointerRelease(QAVViewer* viewer, double x, double y, int button = 1);

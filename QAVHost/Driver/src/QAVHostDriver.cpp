@@ -94,7 +94,12 @@ void SendPointer(QAVViewer* viewer, const char* event, double x, double y, int b
   pointer.x = x;
   pointer.y = y;
   pointer.button = button;
-  viewer->Pick(static_cast<int>(x), static_cast<int>(y), 1, 1, 0, pointer.paths);
+  // Outside the graphic area nothing lies under the pointer.
+  float width = 0.0F;
+  float height = 0.0F;
+  viewer->GetGraphicSize(width, height);
+  if (x >= 0 && y >= 0 && x < width && y < height)
+    viewer->Pick(static_cast<int>(x), static_cast<int>(y), 1, 1, 0, pointer.paths);
   viewer->GetCallbackManager()->DispatchCallbacks(event, nullptr, &pointer);
 }
 

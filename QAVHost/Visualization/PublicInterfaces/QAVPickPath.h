@@ -22,10 +22,9 @@ class QAVHOST_API QAVPickPath : public QAVBaseUnknown {
   // Representations, 0 being the leaf hit and the last the root. Borrowed.
   int GetRepCount() const { return static_cast<int>(_reps.size()); }
   QAV3DRep* GetRep(int index) const;
-  // Walks the path upwards: the current representation (first the leaf), and
-  // NextFatherRep moves to the one above (false at the root).
-  QAV3DRep* GetCurrentRep() const { return GetRep(_current); }
-  bool NextFatherRep();
+  // Walks the path upwards: each call gives the next representation, first
+  // the leaf, then its fathers; null past the root.
+  QAV3DRep* NextFatherRep();
   QAV3DViewpoint* GetViewpoint() const { return _viewpoint.get(); }
   const QAVMathPoint& GetGlobalIntersection() const { return _intersection; }
   const QAVMathVector& GetGlobalNormal() const { return _normal; }  // unit, facing the eye
@@ -35,7 +34,7 @@ class QAVHOST_API QAVPickPath : public QAVBaseUnknown {
 
  private:
   std::vector<QAVRef<QAV3DRep>> _reps;
-  int _current = 0;
+  int _next = 0;
   QAVRef<QAV3DViewpoint> _viewpoint;
   QAVMathPoint _intersection;
   QAVMathVector _normal;

@@ -43,7 +43,8 @@
 //
 // The faces of an object (QAVIFaceList) are those of its node's shape: one
 // for a quad, six for a box, in the node's own space; none for meshes and
-// spheres.
+// spheres. A box's leaf has the same six faces as graphic primitives, so a
+// pick's sub-element is the index of the face hit (0 for every other shape).
 #ifndef QAVSceneReader_h
 #define QAVSceneReader_h
 

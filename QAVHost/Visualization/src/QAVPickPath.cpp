@@ -21,8 +21,7 @@ QAV3DRep* QAVPickPath::GetRep(int index) const {
   return _reps[static_cast<std::size_t>(index)].get();
 }
 
-bool QAVPickPath::NextFatherRep() {
-  if (_current + 1 >= GetRepCount()) return false;
-  ++_current;
-  return true;
+QAV3DRep* QAVPickPath::NextFatherRep() {
+  if (_next >= GetRepCount()) return nullptr;
+  return GetRep(_next++);
 }

@@ -372,8 +372,17 @@ bool Reader::Shape(const Json& json, const std::string& where, QAVRef<QAVSurfaci
     return Fail(where, "\"quad\", \"box\" or \"sphere\" expected");
   }
   leaf = QAVMakeRef<QAVSurfacicRep>();
-  return leaf->SetGeometry(std::move(p), std::move(n), std::move(t)) ||
-         Fail(where, "not a valid shape");
+  if (!leaf->SetGeometry(std::move(p), std::move(n), std::move(t)))
+    return Fail(where, "not a valid shape");
+  // A box's faces are two triangles each: a pick tells which face it hit, by
+  // its index in the face list.
+  if (faces.size() > 1) {
+    std::vector<int> firsts;
+    for (std::size_t i = 0; i < faces.size(); ++i)
+      firsts.push_back(static_cast<int>(2 * i));
+    leaf->SetFaces(firsts);
+  }
+  return true;
 }
 
 bool Reader::Node(const Json& json, const std::string& where, int depth, QAVRef<QAV3DBagRep>& bag) {
