@@ -102,8 +102,7 @@ std::string Marks(const std::vector<double>& positions) {
 
 int Snap(const SnapOptions& options) {
   if (options.positions.size() % 2 != 0) {
-    std::fprintf(stderr, "qavrba snap: the positions come in pairs X Y\n");
-    return 2;
+    return qavcli::UsageError("snap: the positions come in pairs X Y");
   }
   const std::unique_ptr<QAVHostDriver> driver = qavcli::OpenScene(options.scene);
   if (!driver) return 1;
