@@ -14,3 +14,37 @@ HRESULT QAVRbaTPServices::ListMembers(QAVModelObject* object, const char* contai
   }
   return S_OK;
 }
+
+namespace {
+
+// Calls `visit` on each tessellated representation directly under the
+// representation that `reference` references.
+template <class Visit>
+void ForEachTechnoRep(QAVIPsiRepresentationReference& reference, Visit visit) {
+  auto* bag = dynamic_cast<QAV3DBagRep*>(reference.GetRepresentation());
+  if (!bag) return;
+  for (int i = 0; i < bag->GetChildCount(); ++i)
+    if (auto* rep = dynamic_cast<QAV3DTessellatedRep*>(bag->GetChild(i))) visit(rep);
+}
+
+}  // namespace
+
+HRESULT QAVRbaTPServices::GetTechnoRepType(QAVIPsiRepresentationReference* reference,
+                                           QAVString& type) {
+  type = QAVString();
+  if (!reference) return E_FAIL;
+  ForEachTechnoRep(*reference, [&type](const QAV3DRep* rep) {
+    if (type.IsEmpty()) type = QAVString(rep->IsA());
+  });
+  return type.IsEmpty() ? E_FAIL : S_OK;
+}
+
+HRESULT QAVRbaTPServices::GetTechnoRep(QAVIPsiRepresentationReference* reference,
+                                       const QAVString& type, std::vector<QAVRef<QAV3DRep>>& reps) {
+  reps.clear();
+  if (!reference) return E_FAIL;
+  ForEachTechnoRep(*reference, [&](QAV3DRep* rep) {
+    if (rep->IsAKindOf(type.c_str())) reps.emplace_back(rep);
+  });
+  return S_OK;
+}

@@ -82,8 +82,10 @@ class QAVHOSTDRIVER_API QAVHostDriver {
   // Opens a scene file in a new window of the current layout (one is made
   // current when there is none), which becomes the current window: its 3D
   // viewer (with a visualisation viewer) takes the scene's graphic size,
-  // usable area, main viewpoint, environment name and representations. S_OK,
-  // or E_FAIL with `error` and nothing changed.
+  // usable area, main viewpoint, environment name and representations; the
+  // scene's workbench becomes the frame context's and a new editor the current
+  // one, its path running from a document object ("QAVDocument") to the
+  // scene's root object. S_OK, or E_FAIL with `error` and nothing changed.
   HRESULT OpenScene(const std::string& path, std::string& error);
   void ShowScene(const QAVSceneDocument& scene);
   // The last scene shown (its product, workbench...) and its viewer, or null.

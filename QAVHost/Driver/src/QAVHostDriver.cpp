@@ -149,12 +149,15 @@ void QAVHostDriver::ShowScene(const QAVSceneDocument& scene) {
   window->SetViewer(viewer.get());
   layout->AddWindow(window.get());
   layout->SetCurrentWindow(window.get());
-  // The scene's workbench is the user's, and its root object is what the
-  // user edits.
+  // The scene's workbench is the user's, and the editor's path runs from the
+  // scene's document down to its root object, what the user edits.
   QAVFrmContext::SetContext(QAVMakeRef<QAVFrmContext>(scene.workbench.c_str()).get());
   auto editor = QAVMakeRef<QAVFrmEditor>();
-  if (QAVModelObject* edited = scene.root ? scene.root->GetModelObject() : nullptr)
-    editor->SetPathElement(QAVPathElement(edited));
+  if (QAVModelObject* edited = scene.root ? scene.root->GetModelObject() : nullptr) {
+    QAVPathElement path(QAVMakeRef<QAVModelObject>("QAVDocument", QAVUnicodeString("Scene")).get());
+    path.AddChildElement(edited);
+    editor->SetPathElement(path);
+  }
   QAVFrmEditor::SetCurrentEditor(editor.get());
   _state->scene = scene;
   _state->window = window;

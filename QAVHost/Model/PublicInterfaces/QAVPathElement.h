@@ -39,8 +39,15 @@ class QAVHOST_API QAVPathElement : public QAVBaseUnknown {
   // Same objects in the same order.
   bool IsSamePath(const QAVPathElement& other) const;
 
+  // A walk up the path: InitToLeafElement puts the cursor on the leaf, then each
+  // NextFatherElement gives the element under the cursor (borrowed) and moves
+  // it one up, null once past the root. A copy starts with no walk.
+  void InitToLeafElement() { _cursor = GetSize() - 1; }
+  QAVBaseUnknown* NextFatherElement();
+
  private:
   std::vector<QAVBaseUnknown_var> _elements;
+  int _cursor = -1;
 };
 
 #endif

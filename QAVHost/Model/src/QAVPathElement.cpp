@@ -10,7 +10,10 @@ QAVPathElement::QAVPathElement(const QAVPathElement& other)
     : QAVBaseUnknown(other), _elements(other._elements) {}
 
 QAVPathElement& QAVPathElement::operator=(const QAVPathElement& other) {
-  if (this != &other) _elements = other._elements;
+  if (this != &other) {
+    _elements = other._elements;
+    _cursor = -1;
+  }
   return *this;
 }
 
@@ -38,6 +41,12 @@ QAVBaseUnknown_var QAVPathElement::FindElement(const IID& iid) const {
       return QAVBaseUnknown_var::Adopt(static_cast<QAVBaseUnknown*>(found));
   }
   return nullptr;
+}
+
+QAVBaseUnknown* QAVPathElement::NextFatherElement() {
+  QAVBaseUnknown* element = GetElement(_cursor);
+  if (element) --_cursor;
+  return element;
 }
 
 bool QAVPathElement::IsSamePath(const QAVPathElement& other) const {

@@ -1,7 +1,8 @@
 // The editor of the document the user works on, with its path element: the
 // path from the edited root down to what the user works in (UI-activated
 // object). There is none until a document is opened (a scene opened by the
-// driver makes one, its path holding the scene's root object).
+// driver makes one, its path holding a document object, of class "QAVDocument",
+// and the scene's root object).
 #ifndef QAVFrmEditor_h
 #define QAVFrmEditor_h
 

@@ -1,0 +1,49 @@
+// qavrba shader: whether the live renderer supports material shader types.
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "QAVCli.h"
+#include "QAVRbaUIServices.h"
+
+namespace {
+
+// One line per name; the status says whether every name is supported.
+int Check(const std::vector<std::string>& names) {
+  int status = 0;
+  for (const std::string& name : names) {
+    QAVString type(name);
+    const bool supported = QAVRbaUIServices::CheckShaderType(type);
+    std::printf("%s\t%s\n", name.c_str(), supported ? "supported" : "not supported");
+    if (!supported) status = 1;
+  }
+  return status;
+}
+
+int List() {
+  for (const QAVString& name : QAVRbaUIServices::GetSupportedShaderTypes())
+    std::printf("%s\n", name.c_str());
+  return 0;
+}
+
+void Setup(CLI::App& program) {
+  CLI::App* shader = program.add_subcommand(
+      "shader",
+      "Shader types the live renderer supports (\"QAVMatPBRSubtypesEnable\" set takes "
+      "the subtypes of the 22x shader out).");
+  shader->require_subcommand(1);
+  auto names = std::make_shared<std::vector<std::string>>();
+  CLI::App* check = shader->add_subcommand(
+      "check",
+      "Whether each shader type is supported (exact, case-sensitive); the exit status is "
+      "1 when one is not.");
+  check->add_option("names", *names, "Shader type names")->required();
+  qavcli::OnRun(check, [names] { return Check(*names); });
+  CLI::App* list = shader->add_subcommand("list", "The supported shader types, in order.");
+  qavcli::OnRun(list, [] { return List(); });
+}
+
+}  // namespace
+
+QAV_CLI_COMMAND("shader", Setup);
