@@ -1,5 +1,5 @@
-// The host's reports of programming faults: the pointer check and the fatal
-// error.
+// The host's reports of programming faults: the pointer check, the internal
+// check and the fatal error.
 #ifndef QAVDiagnostics_h
 #define QAVDiagnostics_h
 
@@ -13,6 +13,10 @@
 QAVHOST_API bool QAVCheckPointer(const char* expression, const void* pointer, const char* message);
 // The same with the expression's own text.
 #define QAV_CHECK_POINTER(pointer, message) QAVCheckPointer(#pointer, (pointer), (message))
+
+// Internal check: when `condition` is false, writes "Check failed: <message>" on
+// standard error, journals it ("check") and returns false; the caller goes on.
+QAVHOST_API bool QAVCheck(bool condition, const char* message);
 
 // Fatal error: writes "Fatal error: <message> (<file>:<line>)" on standard error
 // and ends the process abnormally (SIGABRT). Never returns.

@@ -29,6 +29,19 @@ bool QAVCheckPointer(const char* expression, const void* pointer, const char* me
   return false;
 }
 
+bool QAVCheck(bool condition, const char* message) {
+  if (condition) return true;
+  std::string line = "Check failed: ";
+  line += message ? message : "";
+  {
+    std::lock_guard guard(OutputLock());
+    (void)std::fprintf(stderr, "%s\n", line.c_str());
+    (void)std::fflush(stderr);
+  }
+  qavjournal::Record({"check", message ? message : "", std::move(line)});
+  return false;
+}
+
 void QAVFatalError(const char* message, const char* file, int line) {
   (void)std::fprintf(stderr, "Fatal error: %s (%s:%d)\n", message ? message : "", file ? file : "?",
                      line);

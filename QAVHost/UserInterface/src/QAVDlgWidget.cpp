@@ -1,6 +1,7 @@
 #include "QAVDlgWidget.h"
 
 #include <algorithm>
+#include <string>
 
 #include "QAVHostJournal.h"
 
@@ -52,6 +53,16 @@ void QAVDlgWidget::SetTitle(const QAVUnicodeString& title) {
 void QAVDlgWidget::SetVisibility(bool visible) {
   _visible = visible;
   Journal(*this, visible ? "shown" : "hidden");
+}
+
+void QAVDlgWidget::SetSensitivity(bool sensitive) {
+  _sensitive = sensitive;
+  Journal(*this, sensitive ? "sensitive" : "insensitive");
+}
+
+void QAVDlgWidget::SetCheckState(int state) {
+  _checkState = state;
+  Journal(*this, "check=" + std::to_string(state));
 }
 
 bool QAVDlgWidget::IsShown() const {
