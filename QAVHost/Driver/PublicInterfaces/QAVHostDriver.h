@@ -108,10 +108,11 @@ class QAVHOSTDRIVER_API QAVHostDriver {
   std::map<std::string, int> GetSessionValues() const;
 
   // Command headers, as a workbench defines them: a text file of lines
-  // "<header name> = <command class name>"; blank lines and lines starting with
-  // "#" are skipped. Every header is created (QAVCommandHeader::Create) or, when
-  // one of that name exists with the same class, kept. Returns the number of
-  // lines defining a header, or -1 with `error` (the file, the line and what is
+  // "<header name> = <command class name> [argument...]" (the arguments are
+  // words, given to the commands the header starts as boxed strings); blank
+  // lines and lines starting with "#" are skipped. Every header is created
+  // (QAVCommandHeader::Create) or, when one of that name exists with the same class, kept. Returns
+  // the number of lines defining a header, or -1 with `error` (the file, the line and what is
   // wrong) and no header created when the file cannot be read or a line is bad.
   int LoadCommandHeaders(const std::string& path, std::string& error);
   // Presses the button of a shown context bar whose command is `header`: the

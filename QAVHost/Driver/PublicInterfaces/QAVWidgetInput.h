@@ -10,6 +10,7 @@
 
 class QAVDialog;
 class QAVDlgWidget;
+class QAVVidFraMessageBox;
 
 class QAVHOSTDRIVER_API QAVWidgetInput {
  public:
@@ -22,6 +23,9 @@ class QAVHOSTDRIVER_API QAVWidgetInput {
   // The user sets a check box to `state` (0 or 1): its state becomes that,
   // then CHECK_CHANGE() is sent, even when the state was already that.
   static bool SetCheckBox(QAVDlgWidget* widget, int state);
+  // The user accepts or rejects a shown message box: ACCEPT() or REJECT(); an
+  // auto-closing box then hides itself and asks for its destruction.
+  static bool AnswerMessageBox(QAVVidFraMessageBox* box, bool accept);
   // WINDOW_CLOSE() on the dialog, which the user closed with its title bar.
   static bool CloseDialog(QAVDialog* dialog);
 

@@ -1,6 +1,7 @@
 // The driver's part for context bars: command headers loaded as a workbench
 // defines them, buttons pressed, the manager taken away.
 #include <fstream>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -27,32 +28,44 @@ int QAVHostDriver::LoadCommandHeaders(const std::string& path, std::string& erro
     error = path + ": cannot be read";
     return -1;
   }
-  std::vector<std::pair<std::string, std::string>> headers;
+  struct Header {
+    std::string name;
+    std::string command;
+    std::vector<QAVUnicodeString> arguments;
+  };
+  std::vector<Header> headers;
   std::string line;
   for (int number = 1; std::getline(in, line); ++number) {
     const std::string text = Trim(line);
     if (text.empty() || text[0] == '#') continue;
     const auto equal = text.find('=');
-    const std::string name = equal == std::string::npos ? "" : Trim(text.substr(0, equal));
-    const std::string command = equal == std::string::npos ? "" : Trim(text.substr(equal + 1));
-    if (name.empty() || command.empty() || command.find_first_of(" \t=") != std::string::npos ||
-        name.find_first_of(" \t") != std::string::npos) {
+    Header header;
+    if (equal != std::string::npos) {
+      header.name = Trim(text.substr(0, equal));
+      std::istringstream words(text.substr(equal + 1));
+      words >> header.command;
+      for (std::string word; words >> word;)
+        header.arguments.emplace_back(word.c_str());
+    }
+    if (header.name.empty() || header.command.empty() ||
+        header.command.find('=') != std::string::npos ||
+        header.name.find_first_of(" \t") != std::string::npos) {
       error = path + ":" + std::to_string(number) +
-              ": \"<header name> = <command class name>\" expected";
+              ": \"<header name> = <command class name> [argument...]\" expected";
       return -1;
     }
-    const QAVCommandHeader* known = QAVCommandHeader::GetHeaderFromList(name.c_str());
-    if (known && !(known->GetCommandClassName() == command.c_str())) {
+    const QAVCommandHeader* known = QAVCommandHeader::GetHeaderFromList(header.name.c_str());
+    if (known && !(known->GetCommandClassName() == header.command.c_str())) {
       error = path + ":" + std::to_string(number);
-      error += ": the header " + name + " already starts ";
+      error += ": the header " + header.name + " already starts ";
       error += known->GetCommandClassName().str();
       return -1;
     }
-    headers.emplace_back(name, command);
+    headers.push_back(std::move(header));
   }
-  for (const auto& [name, command] : headers)
-    if (!QAVCommandHeader::GetHeaderFromList(name.c_str()))
-      QAVCommandHeader::Create(name.c_str(), command.c_str());
+  for (const Header& header : headers)
+    if (!QAVCommandHeader::GetHeaderFromList(header.name.c_str()))
+      QAVCommandHeader::Create(header.name.c_str(), header.command.c_str(), header.arguments);
   return static_cast<int>(headers.size());
 }
 

@@ -4,6 +4,7 @@
 #include "QAVDlgWidget.h"
 #include "QAVNotification.h"
 #include "QAVRef.h"
+#include "QAVVidFraMessageBox.h"
 
 namespace {
 
@@ -40,4 +41,15 @@ bool QAVWidgetInput::SetCheckBox(QAVDlgWidget* widget, int state) {
 
 bool QAVWidgetInput::CloseDialog(QAVDialog* dialog) {
   return Send(dialog, QAVDialog::WINDOW_CLOSE());
+}
+
+bool QAVWidgetInput::AnswerMessageBox(QAVVidFraMessageBox* box, bool accept) {
+  const QAVRef<QAVVidFraMessageBox> alive(box);
+  if (!Send(box, accept ? QAVVidFraMessageBox::ACCEPT() : QAVVidFraMessageBox::REJECT()))
+    return false;
+  if (box->IsAutoClose() && !box->IsDestructionRequested()) {
+    box->SetVisibility(false);
+    box->RequestDelayedDestruction();
+  }
+  return true;
 }

@@ -80,4 +80,12 @@ QAVHOST_API QAVUnicodeString QAVGetTempDirectory();
 // gives an empty result.
 QAVHOST_API void QAVSplitPathList(const char* list, QAVListValQAVUnicodeString& paths);
 
+// Finds `relativePath` (folders separated by "/") in the directories of the
+// search path held by the environment variable `pathVariable` (a ":" list, as
+// "QAVStartupPath"): S_OK with `found` = the first directory + "/" +
+// `relativePath` that exists; E_FAIL and `found` untouched when none does, the
+// variable is unset or an argument is null or empty.
+QAVHOST_API HRESULT QAVFindPath(const char* pathVariable, const QAVUnicodeString& relativePath,
+                                QAVUnicodeString& found);
+
 #endif

@@ -129,3 +129,18 @@ void QAVSplitPath(const QAVUnicodeString& path, QAVUnicodeString& folder, QAVUni
   folder = QAVUnicodeString(text.substr(0, cut));
   name = QAVUnicodeString(text.substr(cut + 1));
 }
+
+HRESULT QAVFindPath(const char* pathVariable, const QAVUnicodeString& relativePath,
+                    QAVUnicodeString& found) {
+  if (!pathVariable || relativePath.IsEmpty()) return E_FAIL;
+  QAVListValQAVUnicodeString directories;
+  QAVSplitPathList(QAVGetEnv(pathVariable), directories);
+  for (int i = 1; i <= directories.Size(); ++i) {
+    const QAVUnicodeString candidate = QAVMakePath(directories[i], relativePath);
+    if (_QAVFileAccess(candidate, QAV_ACCESS_EXISTS, 0) == 0) {
+      found = candidate;
+      return S_OK;
+    }
+  }
+  return E_FAIL;
+}

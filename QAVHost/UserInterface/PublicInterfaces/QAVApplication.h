@@ -10,8 +10,10 @@
 #include <vector>
 
 #include "QAVEventSubscriber.h"
+#include "QAVRef.h"
 
 class QAVCommand;
+class QAVNotification;
 
 // An idle subscriber: the command it was subscribed for, the subscription kind
 // and the data given at subscription.
@@ -47,10 +49,13 @@ class QAVHOST_API QAVApplication : public QAVEventSubscriber {
   QAVApplication();
   friend class QAVCommand;
   friend class QAVHostDriver;
-  // One pass of the loop: first the delayed destructions requested so far
+  // One pass of the loop: first the notifications sent between commands so far
+  // (those sent meanwhile wait for the next pass; none reaches a command that
+  // asked for its destruction), then the delayed destructions requested so far
   // (including those that destructors request while this runs), then one call of
   // every idle subscriber (those added meanwhile wait for the next pass, those
-  // removed are skipped). Returns the number of destructions and idle calls.
+  // removed are skipped). Returns the number of deliveries, destructions and
+  // idle calls.
   int ProcessPendingWork();
 
   // Inspection by the driver.
@@ -61,6 +66,7 @@ class QAVHOST_API QAVApplication : public QAVEventSubscriber {
   void CommandCreated(QAVCommand* command);
   void CommandDestroyed(QAVCommand* command);
   void DestructionRequested(QAVCommand* command);
+  void NotificationSent(QAVCommand* from, QAVCommand* to, QAVNotification* notification);
   static void ReleaseHostReference(QAVCommand* command);
 
   static QAVApplication* _main;
@@ -75,6 +81,12 @@ class QAVHOST_API QAVApplication : public QAVEventSubscriber {
   std::vector<QAVCommand*> _commands;
   std::vector<QAVCommand*> _pending;
   std::vector<IdleSubscription> _idle;
+  struct Sent {
+    QAVRef<QAVCommand> from;
+    QAVRef<QAVCommand> to;
+    QAVRef<QAVNotification> notification;
+  };
+  std::vector<Sent> _sent;
   unsigned long _nextSubscription = 1;
 };
 

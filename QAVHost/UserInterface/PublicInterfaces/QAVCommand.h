@@ -52,6 +52,13 @@ class QAVHOST_API QAVCommand : public QAVEventSubscriber {
   virtual int Desactivate(QAVCommand* from, QAVNotification* notification);
   virtual int Cancel(QAVCommand* from, QAVNotification* notification);
 
+  // Sends `notification` to `target` (this command when null): the host
+  // delivers it at its next loop pass by calling target->AnalyseNotification(
+  // this, notification), unless the target asked for its destruction by then.
+  void SendNotification(QAVCommand* target, QAVNotification* notification);
+  // A notification delivered; the default does nothing and returns 0.
+  virtual int AnalyseNotification(QAVCommand* from, QAVNotification* notification);
+
   // Asks the host to destroy the command once the current event is handled. A
   // second request is ignored.
   virtual void RequestDelayedDestruction();

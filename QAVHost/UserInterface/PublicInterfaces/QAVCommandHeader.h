@@ -3,8 +3,13 @@
 #ifndef QAVCommandHeader_h
 #define QAVCommandHeader_h
 
+#include <vector>
+
+#include "QAVAfrArguments.h"
 #include "QAVBaseUnknown.h"
+#include "QAVRef.h"
 #include "QAVString.h"
+#include "QAVUnicodeString.h"
 
 class QAVCommand;
 
@@ -12,8 +17,10 @@ class QAVHOST_API QAVCommandHeader : public QAVBaseUnknown {
   QAV_DECLARE_CLASS
  public:
   // Creates a header and puts it into the header list, which keeps it. Null for a
-  // null or empty argument or a header name already in the list.
-  static QAVCommandHeader* Create(const char* headerName, const char* commandClassName);
+  // null or empty argument or a header name already in the list. `arguments`
+  // are given to every command it starts, boxed (QAVAfrGetArguments).
+  static QAVCommandHeader* Create(const char* headerName, const char* commandClassName,
+                                  const std::vector<QAVUnicodeString>& arguments = {});
   // The header of that name in the list (borrowed), or null.
   static QAVCommandHeader* GetHeaderFromList(const char* headerName);
   static int GetHeaderCount();
@@ -22,10 +29,11 @@ class QAVHOST_API QAVCommandHeader : public QAVBaseUnknown {
 
   const QAVString& GetHeaderName() const { return _headerName; }
   const QAVString& GetCommandClassName() const { return _commandClassName; }
+  const QAVAfrArguments& GetArguments() const { return *_arguments; }
 
   // Creates the command through the command factory of its class name
-  // (QAVFillDictionary) and activates it. Returns the command, owned by the host
-  // (it may already have asked for its destruction), or null when no factory
+  // (QAVFillDictionary) and activates it, its arguments current meanwhile. Returns the command,
+  // owned by the host (it may already have asked for its destruction), or null when no factory
   // gives one.
   QAVCommand* StartCommand();
   // How many commands this header started.
@@ -36,10 +44,12 @@ class QAVHOST_API QAVCommandHeader : public QAVBaseUnknown {
   ~QAVCommandHeader() override;
 
  private:
-  QAVCommandHeader(const char* headerName, const char* commandClassName);
+  QAVCommandHeader(const char* headerName, const char* commandClassName,
+                   const std::vector<QAVUnicodeString>& arguments);
 
   QAVString _headerName;
   QAVString _commandClassName;
+  QAVRef<QAVAfrArguments> _arguments;
   int _startCount = 0;
 };
 

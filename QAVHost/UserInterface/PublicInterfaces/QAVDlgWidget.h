@@ -66,7 +66,7 @@ class QAVHOST_API QAVDlgWidget : public QAVCommand {
   const QAVUnicodeString& GetTitle() const { return _title; }
   void SetIcon(const char* icon) { _icon = QAVString(icon); }
   const QAVString& GetIcon() const { return _icon; }
-  void SetVisibility(bool visible);
+  virtual void SetVisibility(bool visible);
   bool GetVisibility() const { return _visible; }
   // Shown on screen: visible, and so is every widget above it.
   bool IsShown() const;

@@ -4,6 +4,7 @@
 
 #include "QAVCommand.h"
 #include "QAVHostJournal.h"
+#include "QAVNotification.h"
 #include "QAVProcessState.h"
 
 QAV_IMPLEMENT_CLASS(QAVApplication, QAVEventSubscriber, "System");
@@ -87,8 +88,21 @@ bool QAVApplication::IsSubscribed(int kind, const QAVCommand* command) const {
   });
 }
 
+void QAVApplication::NotificationSent(QAVCommand* from, QAVCommand* to,
+                                      QAVNotification* notification) {
+  _sent.push_back(
+      {QAVRef<QAVCommand>(from), QAVRef<QAVCommand>(to), QAVRef<QAVNotification>(notification)});
+}
+
 int QAVApplication::ProcessPendingWork() {
   int work = 0;
+  std::vector<Sent> sent;
+  sent.swap(_sent);
+  for (const Sent& s : sent) {
+    if (s.to->IsDestructionRequested()) continue;
+    s.to->AnalyseNotification(s.from.get(), s.notification.get());
+    ++work;
+  }
   while (!_pending.empty()) {
     QAVCommand* command = _pending.front();
     _pending.erase(_pending.begin());

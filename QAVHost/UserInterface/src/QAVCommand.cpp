@@ -38,6 +38,14 @@ QAVCommand::~QAVCommand() {
 
 int QAVCommand::Activate(QAVCommand* /*from*/, QAVNotification* /*notification*/) { return 0; }
 
+void QAVCommand::SendNotification(QAVCommand* target, QAVNotification* notification) {
+  QAVApplication::MainApplication()->NotificationSent(this, target ? target : this, notification);
+}
+
+int QAVCommand::AnalyseNotification(QAVCommand* /*from*/, QAVNotification* /*notification*/) {
+  return 0;
+}
+
 int QAVCommand::Desactivate(QAVCommand* /*from*/, QAVNotification* /*notification*/) { return 0; }
 
 int QAVCommand::Cancel(QAVCommand* /*from*/, QAVNotification* /*notification*/) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "QAVAfrArgumentsScope.h"
+#include "QAVBoxingOfQAVUnicodeString.h"
 #include "QAVCommand.h"
 #include "QAVFillDictionary.h"
 #include "QAVProcessState.h"
@@ -17,15 +19,24 @@ std::vector<QAVRef<QAVCommandHeader>>& HeaderList() {
 }
 }  // namespace
 
-QAVCommandHeader::QAVCommandHeader(const char* headerName, const char* commandClassName)
-    : _headerName(headerName), _commandClassName(commandClassName) {}
+QAVCommandHeader::QAVCommandHeader(const char* headerName, const char* commandClassName,
+                                   const std::vector<QAVUnicodeString>& arguments)
+    : _headerName(headerName), _commandClassName(commandClassName) {
+  std::vector<QAVBaseUnknown_var> boxed;
+  boxed.reserve(arguments.size());
+  for (const QAVUnicodeString& argument : arguments)
+    boxed.push_back(QAVBoxingOfQAVUnicodeString::Box(argument));
+  _arguments = QAVMakeRef<QAVAfrArguments>(std::move(boxed));
+}
 
 QAVCommandHeader::~QAVCommandHeader() = default;
 
-QAVCommandHeader* QAVCommandHeader::Create(const char* headerName, const char* commandClassName) {
+QAVCommandHeader* QAVCommandHeader::Create(const char* headerName, const char* commandClassName,
+                                           const std::vector<QAVUnicodeString>& arguments) {
   if (!headerName || !*headerName || !commandClassName || !*commandClassName) return nullptr;
   if (GetHeaderFromList(headerName)) return nullptr;
-  auto header = QAVRef<QAVCommandHeader>::Adopt(new QAVCommandHeader(headerName, commandClassName));
+  auto header = QAVRef<QAVCommandHeader>::Adopt(
+      new QAVCommandHeader(headerName, commandClassName, arguments));
   HeaderList().push_back(header);
   return header.get();
 }
@@ -50,6 +61,7 @@ void QAVCommandHeader::ResetHeaderList() {
 QAV_REGISTER_RESET(QAVCommandHeader, &QAVCommandHeader::ResetHeaderList);
 
 QAVCommand* QAVCommandHeader::StartCommand() {
+  const QAVAfrArgumentsScope scope(_arguments.get());
   QAVCommand* command = QAVFillDictionary::CreateCommand(_commandClassName.c_str());
   if (!command) return nullptr;
   ++_startCount;
