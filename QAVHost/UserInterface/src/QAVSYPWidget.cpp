@@ -78,9 +78,7 @@ void QAVSYPWidget::SetStyleClass(const char* styleClass, const char* styleSheet)
   _styleSheet = QAVString(styleSheet);
 }
 
-QAVISYPIntrospectable* QAVSYPWidget::GetIntrospectionWithoutQuery() const {
-  return _adapter.get();
-}
+QAVISYPIntrospectable* QAVSYPWidget::GetIntrospectionWithoutQuery() const { return _adapter.get(); }
 
 HRESULT QAVSYPWidget::QueryInterface(const IID& iid, void** object) {
   if (object && iid == QAVISYPIntrospectable::ClassId()) {
