@@ -21,7 +21,7 @@ fs::path ScratchRoot() {
     fs::path dir = fs::temp_directory_path() / ("qav-plm-bench-" + std::to_string(::getpid()));
     fs::create_directories(dir);
     ::setenv("QAVHOST_PLM_DIR", (dir / "plm").c_str(), 1);
-    std::atexit([] {
+    (void)std::atexit([] {
       std::error_code ec;
       fs::remove_all(ScratchRoot(), ec);
     });
@@ -60,7 +60,7 @@ std::string MakePackage(const std::string& name, int objects, int files, std::si
     manifest += "}";
   }
   WriteFile(dir / "manifest.json", manifest + "]}");
-  const std::string out = (ScratchRoot() / (name + ".orlix")).string();
+  std::string out = (ScratchRoot() / (name + ".orlix")).string();
   std::string error;
   if (QAVContentPackage::Pack(dir.string(), out, error) != S_OK) std::abort();
   return out;
@@ -68,7 +68,7 @@ std::string MakePackage(const std::string& name, int objects, int files, std::si
 
 void Import(benchmark::State& state, const std::string& package) {
   int repository = 0;
-  for (auto _ : state) {
+  for (auto _ : state) {  // NOLINT(clang-analyzer-deadcode.DeadStores)
     QAVListValQAVUnicodeString ids;
     const HRESULT hr = QAVPLMBriefcaseProtectedServices::ImportAsRef(
         QAVString("BENCH" + std::to_string(repository++)), QAVUnicodeString(package),

@@ -40,17 +40,17 @@ class PLMRepositoryTest : public qavtest::HostTest {
     std::string objects;
     for (int i = 0; i < count; ++i) {
       const std::string id = "prop" + std::to_string(i);
-      objects += std::string(i ? "," : "") + R"({"id":")" + id +
-                 R"(","type":"Prop","name":"Prop )" + std::to_string(i) + R"(","files":[")" + id +
-                 R"(.bin"],"attributes":{"Maturity":"SHARED","Index":")" + std::to_string(i) +
-                 "\"}}";
-      _scratch.Write(dir + "/" + id + ".bin",
+      objects.append(i ? "," : "").append(R"({"id":")").append(id);
+      objects.append(R"(","type":"Prop","name":"Prop )").append(std::to_string(i));
+      objects.append(R"(","files":[")").append(id).append(R"(.bin"],"attributes":{)");
+      objects.append(R"("Maturity":"SHARED","Index":")").append(std::to_string(i)).append("\"}}");
+      _scratch.Write((fs::path(dir) / (id + ".bin")).string(),
                      std::string(fileBytes, static_cast<char>('a' + i % 26)));
     }
-    _scratch.Write(dir + "/manifest.json", R"({"format":"orlix","version":1,"kind":"Props",)"
-                                           R"("title":")" +
-                                               name + R"(","objects":[)" + objects + "]}");
-    const std::string out = (_scratch.path() / (name + ".orlix")).string();
+    std::string manifest = R"({"format":"orlix","version":1,"kind":"Props","title":")";
+    manifest.append(name).append(R"(","objects":[)").append(objects).append("]}");
+    _scratch.Write(dir + "/manifest.json", manifest);
+    std::string out = (_scratch.path() / (name + ".orlix")).string();
     std::string error;
     EXPECT_EQ(QAVContentPackage::Pack((_scratch.path() / dir).string(), out, error), S_OK) << error;
     return out;
@@ -75,6 +75,7 @@ class PLMRepositoryTest : public qavtest::HostTest {
     std::vector<QAVPLMRepository::ObjectInfo> objects;
     EXPECT_EQ(repository.ListObjects(objects, error), S_OK) << error;
     std::vector<std::string> contents;
+    contents.reserve(objects.size());
     for (const auto& object : objects)
       contents.push_back(object.id + " " + object.name);
     return contents;
@@ -229,7 +230,7 @@ TEST_F(PLMRepositoryTest, ProcessesImportingAtOnceAllSucceed) {
         std::string error;
         if (Import("PLM1", package, ids, &error) != S_OK || ids.Size() != 50) {
           ++failures;
-          std::fprintf(stderr, "import %d failed: %s\n", round, error.c_str());
+          (void)std::fprintf(stderr, "import %d failed: %s\n", round, error.c_str());
         }
       }
       ::_exit(failures);

@@ -177,7 +177,8 @@ bool ParseManifest(const std::string& text, std::string& kind, std::string& titl
       }
       for (const auto& [key, value] : attributes->items()) {
         if (!value.is_string()) {
-          reason = "manifest.json: " + where + "attributes." + key + " must be a text";
+          reason = "manifest.json: " + where;
+          reason.append("attributes.").append(key).append(" must be a text");
           return false;
         }
         object.attributes.emplace_back(key, value.get<std::string>());
@@ -259,7 +260,7 @@ HRESULT QAVContentPackage::Open(const std::string& path, const Limits& limits, s
   std::uint64_t inflated = 0;
   std::map<std::string, std::string> entries;
   const zip_int64_t count = zip_get_num_entries(archive.get(), 0);
-  std::vector<char> chunk(64 * 1024);
+  std::vector<char> chunk(std::size_t{64} * 1024);
   for (zip_int64_t i = 0; i < count; ++i) {
     const auto index = static_cast<zip_uint64_t>(i);
     const char* rawName = zip_get_name(archive.get(), index, ZIP_FL_ENC_RAW);

@@ -61,10 +61,16 @@ std::string Column(sqlite3_stmt* statement, int index) {
 
 std::string Message(sqlite3* db) { return db ? sqlite3_errmsg(db) : "out of memory"; }
 
-// A fresh identifier: 128 random bits in hexadecimal.
+// A fresh identifier: 128 random bits in hexadecimal. The generator is seeded
+// again in a child process, which would otherwise repeat its parent's
+// identifiers after a fork.
 std::string NewIdentifier() {
   static std::mutex mutex;
-  static std::mt19937_64 generator = [] {
+  static std::mt19937_64 generator;
+  static pid_t seededFor = 0;
+  const std::lock_guard<std::mutex> lock(mutex);
+  if (seededFor != ::getpid()) {
+    seededFor = ::getpid();
     std::random_device device;
     std::seed_seq seed{device(),
                        device(),
@@ -72,11 +78,10 @@ std::string NewIdentifier() {
                        device(),
                        device(),
                        device(),
-                       static_cast<unsigned>(::getpid()),
+                       static_cast<unsigned>(seededFor),
                        static_cast<unsigned>(std::time(nullptr))};
-    return std::mt19937_64(seed);
-  }();
-  const std::lock_guard<std::mutex> lock(mutex);
+    generator.seed(seed);
+  }
   static constexpr char kHex[] = "0123456789abcdef";
   std::string id;
   for (int half = 0; half < 2; ++half) {
