@@ -300,8 +300,15 @@ TEST_F(PLMRepositoryTest, CollaborativeSpaceAndSecurityContext) {
   EXPECT_TRUE(role.IsEmpty() && organisation.IsEmpty() && securitySpace.IsEmpty() &&
               access.IsEmpty());
 
-  // A new session starts from the defaults again.
+  // A restart keeps the driver's settings; a new session starts from the
+  // defaults again.
   Driver().Restart();
+  EXPECT_EQ(QAVAdpPublicSecurityServices::GetSecurityParameters("", role, organisation,
+                                                                securitySpace, access),
+            E_FAIL);
+  EXPECT_EQ(connection->GetCurrentSpace(space), E_FAIL);
+  _driver.reset();
+  _driver.emplace();
   EXPECT_EQ(QAVAdpPublicSecurityServices::GetSecurityParameters("", role, organisation,
                                                                 securitySpace, access),
             S_OK);

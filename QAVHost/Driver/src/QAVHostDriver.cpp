@@ -62,6 +62,10 @@ void QAVHostDriver::ResetSession() {
   QAVAtomicFile::SimulateFailure(QAVAtomicFile::Stage::None, 0);
   QAVMutex::SetCreationFails(false);
   qavctxbar::SetUnavailable(false);
+  QAVPLMRepository::SimulateUnopenable("");
+  QAVPLMRepository::SimulateKillDuringImport(-1);
+  QAVPLMConnectionService::ResetCurrentSpace();
+  QAVAdpPublicSecurityServices::ResetToDefaults();
 }
 
 void QAVHostDriver::Restart() {

@@ -22,6 +22,7 @@ class QAVHOST_API QAVAdpPublicSecurityServices {
   static void SetParameters(const QAVString& first, const QAVString& second, const QAVString& third,
                             const QAVString& fourth);
   static void SetUnavailable(bool unavailable);
+  static void ResetToDefaults();
 };
 
 #endif

@@ -19,6 +19,7 @@ class QAVHOST_API QAVPLMConnectionService {
   friend class QAVPLMComponentServices;
   QAVPLMConnectionService() = default;
   static void SetCurrentSpace(const QAVString& name);
+  static void ResetCurrentSpace();
 };
 
 #endif

@@ -3,8 +3,6 @@
 #include <array>
 #include <mutex>
 
-#include "QAVProcessState.h"
-
 namespace {
 
 const std::array<const char*, 4> kDefaults{"Designer", "Company", "Common Space", "Author"};
@@ -12,13 +10,6 @@ std::mutex securityMutex;
 std::array<QAVString, 4> parameters;  // guarded by securityMutex
 bool unavailable = false;             // guarded by securityMutex
 bool set = false;                     // guarded by securityMutex
-
-void ResetSecurity() {
-  const std::lock_guard<std::mutex> lock(securityMutex);
-  set = false;
-  unavailable = false;
-}
-QAV_REGISTER_RESET(QAVAdpPublicSecurityServices, ResetSecurity);
 
 }  // namespace
 
@@ -37,6 +28,12 @@ void QAVAdpPublicSecurityServices::SetParameters(const QAVString& first, const Q
   const std::lock_guard<std::mutex> lock(securityMutex);
   parameters = {first, second, third, fourth};
   set = true;
+}
+
+void QAVAdpPublicSecurityServices::ResetToDefaults() {
+  const std::lock_guard<std::mutex> lock(securityMutex);
+  set = false;
+  unavailable = false;
 }
 
 void QAVAdpPublicSecurityServices::SetUnavailable(bool value) {

@@ -2,19 +2,11 @@
 
 #include <mutex>
 
-#include "QAVProcessState.h"
-
 namespace {
 
 constexpr const char* kDefaultSpace = "Common Space";
 std::mutex spaceMutex;
 QAVString currentSpace(kDefaultSpace);  // guarded by spaceMutex
-
-void ResetSpace() {
-  const std::lock_guard<std::mutex> lock(spaceMutex);
-  currentSpace = kDefaultSpace;
-}
-QAV_REGISTER_RESET(QAVPLMConnectionService, ResetSpace);
 
 }  // namespace
 
@@ -23,6 +15,8 @@ HRESULT QAVPLMConnectionService::GetCurrentSpace(QAVString& name) const {
   name = currentSpace;
   return name.IsEmpty() ? E_FAIL : S_OK;
 }
+
+void QAVPLMConnectionService::ResetCurrentSpace() { SetCurrentSpace(QAVString(kDefaultSpace)); }
 
 void QAVPLMConnectionService::SetCurrentSpace(const QAVString& name) {
   const std::lock_guard<std::mutex> lock(spaceMutex);

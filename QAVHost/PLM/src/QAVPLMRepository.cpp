@@ -15,7 +15,6 @@
 
 #include "QAVContentPackage.h"
 #include "QAVEnvironment.h"
-#include "QAVProcessState.h"
 
 namespace {
 
@@ -25,13 +24,6 @@ constexpr std::size_t kMaxNameLength = 128;
 std::mutex switchesMutex;
 std::string unopenable;  // guarded by switchesMutex
 std::atomic<int> killAfterObjects{-1};
-
-void ResetSwitches() {
-  const std::lock_guard<std::mutex> lock(switchesMutex);
-  unopenable.clear();
-  killAfterObjects = -1;
-}
-QAV_REGISTER_RESET(QAVPLMRepository, ResetSwitches);
 
 struct StatementCloser {
   void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
