@@ -2,7 +2,8 @@
 # Builds the fuzz targets with clang, AddressSanitizer and UndefinedBehaviorSanitizer
 # and fuzzes each for SECONDS (default 60): the IES reader, the settings file
 # reader, the message catalog reader, the rendering configuration reader, the scene
-# file reader and the program's PPM reader (every fuzz/*.cpp, or the TARGETs named).
+# file reader, the content package reader and the program's PPM reader (every
+# fuzz/*.cpp, or the TARGETs named).
 #
 # Each target starts from a scratch corpus seeded with fuzz/seeds/<target>/ (the
 # IES reader also with tests/data/ies, tests/data/ies/fuzz and, when present,

@@ -127,6 +127,18 @@ class QAVHOSTDRIVER_API QAVHostDriver {
   void FailPreferenceWrites(QAVSysPreferenceRepository* repository, bool fail);
   // The host has no context-bar manager (GetAfrCtxBarManager gives null).
   void RemoveContextBarManager(bool removed);
+  // The PLM repository of that name cannot be opened (empty: every one can).
+  void MakeRepositoryUnopenable(const std::string& name);
+  // The process kills itself (SIGKILL) once `objects` objects are written
+  // inside an import's transaction, before it commits (negative: never).
+  void KillDuringImport(int objects);
+  // The PLM's current collaborative space (empty: none is current).
+  void SetCollaborativeSpace(const std::string& name);
+  // The user's security context (role, organisation, collaborative space,
+  // access level), and whether security is unavailable (its services fail).
+  void SetSecurityParameters(const std::string& first, const std::string& second,
+                             const std::string& third, const std::string& fourth);
+  void SetSecurityUnavailable(bool unavailable);
 
  private:
   struct State;

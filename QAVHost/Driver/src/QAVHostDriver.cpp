@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "QAV3DViewer.h"
+#include "QAVAdpPublicSecurityServices.h"
 #include "QAVApplication.h"
 #include "QAVAtomicFile.h"
 #include "QAVCallbackManager.h"
@@ -15,6 +16,8 @@
 #include "QAVFrmWindow.h"
 #include "QAVGraphicWindow.h"
 #include "QAVMutex.h"
+#include "QAVPLMConnectionService.h"
+#include "QAVPLMRepository.h"
 #include "QAVPointerEvent.h"
 #include "QAVProcessState.h"
 #include "QAVRulerDecoratedEditor.h"
@@ -59,6 +62,10 @@ void QAVHostDriver::ResetSession() {
   QAVAtomicFile::SimulateFailure(QAVAtomicFile::Stage::None, 0);
   QAVMutex::SetCreationFails(false);
   qavctxbar::SetUnavailable(false);
+  QAVPLMRepository::SimulateUnopenable("");
+  QAVPLMRepository::SimulateKillDuringImport(-1);
+  QAVPLMConnectionService::ResetCurrentSpace();
+  QAVAdpPublicSecurityServices::ResetToDefaults();
 }
 
 void QAVHostDriver::Restart() {
@@ -195,6 +202,28 @@ void QAVHostDriver::FailMutexCreation(bool fail) { QAVMutex::SetCreationFails(fa
 
 void QAVHostDriver::FailPreferenceWrites(QAVSysPreferenceRepository* repository, bool fail) {
   if (repository) repository->SimulateWriteFailure(fail);
+}
+
+void QAVHostDriver::MakeRepositoryUnopenable(const std::string& name) {
+  QAVPLMRepository::SimulateUnopenable(name);
+}
+
+void QAVHostDriver::KillDuringImport(int objects) {
+  QAVPLMRepository::SimulateKillDuringImport(objects);
+}
+
+void QAVHostDriver::SetCollaborativeSpace(const std::string& name) {
+  QAVPLMConnectionService::SetCurrentSpace(QAVString(name));
+}
+
+void QAVHostDriver::SetSecurityParameters(const std::string& first, const std::string& second,
+                                          const std::string& third, const std::string& fourth) {
+  QAVAdpPublicSecurityServices::SetParameters(QAVString(first), QAVString(second), QAVString(third),
+                                              QAVString(fourth));
+}
+
+void QAVHostDriver::SetSecurityUnavailable(bool unavailable) {
+  QAVAdpPublicSecurityServices::SetUnavailable(unavailable);
 }
 
 void QAVHostDriver::CaptureSession() {

@@ -1,0 +1,98 @@
+// Import of content packages into a PLM repository: many small objects
+// (objects/s) and a few large files (bytes/s), in wall-clock time since the
+// commit waits for the disk. Each iteration imports into a
+// fresh repository of a scratch data directory.
+#include <benchmark/benchmark.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "QAVContentPackage.h"
+#include "QAVPLMBriefcaseProtectedServices.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+fs::path ScratchRoot() {
+  static const fs::path root = [] {
+    fs::path dir = fs::temp_directory_path() / ("qav-plm-bench-" + std::to_string(::getpid()));
+    fs::create_directories(dir);
+    ::setenv("QAVHOST_PLM_DIR", (dir / "plm").c_str(), 1);
+    (void)std::atexit([] {
+      std::error_code ec;
+      fs::remove_all(ScratchRoot(), ec);
+    });
+    return dir;
+  }();
+  return root;
+}
+
+void WriteFile(const fs::path& path, const std::string& content) {
+  fs::create_directories(path.parent_path());
+  std::ofstream(path, std::ios::binary | std::ios::trunc) << content;
+}
+
+// A package of `objects` objects sharing `files` files of `fileBytes` bytes of
+// noise (which does not compress, as images and meshes mostly do not).
+std::string MakePackage(const std::string& name, int objects, int files, std::size_t fileBytes) {
+  const fs::path dir = ScratchRoot() / name;
+  std::string manifest =
+      R"({"format":"orlix","version":1,"kind":"Props","title":")" + name + R"(","objects":[)";
+  std::uint64_t state = 88172645463325252ULL;
+  for (int f = 0; f < files; ++f) {
+    std::string noise(fileBytes, '\0');
+    for (char& c : noise) {
+      state ^= state << 13;
+      state ^= state >> 7;
+      state ^= state << 17;
+      c = static_cast<char>(state);
+    }
+    WriteFile(dir / ("f" + std::to_string(f) + ".bin"), noise);
+  }
+  for (int i = 0; i < objects; ++i) {
+    manifest += std::string(i ? "," : "") + R"({"id":"o)" + std::to_string(i) +
+                R"(","type":"Prop","name":"Object )" + std::to_string(i) +
+                R"(","attributes":{"Index":")" + std::to_string(i) + "\"}";
+    if (i < files) manifest += R"(,"files":["f)" + std::to_string(i) + R"(.bin"])";
+    manifest += "}";
+  }
+  WriteFile(dir / "manifest.json", manifest + "]}");
+  std::string out = (ScratchRoot() / (name + ".orlix")).string();
+  std::string error;
+  if (QAVContentPackage::Pack(dir.string(), out, error) != S_OK) std::abort();
+  return out;
+}
+
+void Import(benchmark::State& state, const std::string& package) {
+  int repository = 0;
+  for (auto _ : state) {  // NOLINT(clang-analyzer-deadcode.DeadStores)
+    QAVListValQAVUnicodeString ids;
+    const HRESULT hr = QAVPLMBriefcaseProtectedServices::ImportAsRef(
+        QAVString("BENCH" + std::to_string(repository++)), QAVUnicodeString(package),
+        {{"Maturity", "PRIVATE"}}, ids);
+    if (hr != S_OK) state.SkipWithError("import failed");
+    benchmark::DoNotOptimize(ids);
+  }
+}
+
+void BM_ImportManyObjects(benchmark::State& state) {
+  static const std::string package = MakePackage("objects", 10000, 0, 0);
+  Import(state, package);
+  state.counters["objects/s"] = benchmark::Counter(
+      10000.0 * static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
+}
+BENCHMARK(BM_ImportManyObjects)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
+
+void BM_ImportLargeFiles(benchmark::State& state) {
+  constexpr std::size_t kFileBytes = 10u << 20;
+  static const std::string package = MakePackage("files", 10, 10, kFileBytes);
+  Import(state, package);
+  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * 10 * kFileBytes);
+}
+BENCHMARK(BM_ImportLargeFiles)->Unit(benchmark::kMillisecond)->Iterations(3)->UseRealTime();
+
+}  // namespace
