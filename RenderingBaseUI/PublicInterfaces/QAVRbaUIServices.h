@@ -1,6 +1,7 @@
 // Services of the material and rendering user interfaces: whether the live
-// renderer supports a material's shader type, and the visualisation path of a
-// model object for highlighting and picking.
+// renderer supports a material's shader type, the visualisation path of a
+// model object for highlighting and picking, and the user's security
+// parameters in the PLM.
 #ifndef QAVRbaUIServices_h
 #define QAVRbaUIServices_h
 
@@ -32,6 +33,11 @@ class QAVRBAUI_API QAVRbaUIServices {
   // the representation that shows the object. S_OK; E_FAIL and `pathElement`
   // untouched for a null object or output, or without a current editor.
   static HRESULT BuildPathElement(QAVBaseUnknown* object, QAVPathElement** pathElement);
+
+  // The first two parameters of the user's current security context (the
+  // host's public security services, asked with an empty context name); the
+  // host's result is returned as it is.
+  static HRESULT GetSecurityParameters(QAVString& first, QAVString& second);
 
   QAVRbaUIServices() = delete;
 };

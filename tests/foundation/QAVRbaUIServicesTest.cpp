@@ -129,6 +129,17 @@ TEST_F(UIServicesTest, PathRunsFromTheEditedRootToTheRepresentation) {
   EXPECT_EQ(path, &untouched);
 }
 
+TEST_F(UIServicesTest, SecurityParametersAreTheFirstTwoOfTheHosts) {
+  Driver().SetSecurityParameters("Designer", "Studio North", "Design Studio", "Private");
+  QAVString first;
+  QAVString second;
+  ASSERT_EQ(QAVRbaUIServices::GetSecurityParameters(first, second), S_OK);
+  EXPECT_EQ(first, "Designer");
+  EXPECT_EQ(second, "Studio North");
+  Driver().SetSecurityUnavailable(true);
+  EXPECT_EQ(QAVRbaUIServices::GetSecurityParameters(first, second), E_FAIL);
+}
+
 class ShaderCliTest : public qavtest::ProgramTest {};
 
 TEST_F(ShaderCliTest, StatusSaysWhetherEveryNameIsSupported) {

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <mutex>
 
+#include "QAVAdpPublicSecurityServices.h"
 #include "QAVEnvironment.h"
 #include "QAVFrmContext.h"
 #include "QAVFrmEditor.h"
@@ -147,4 +148,11 @@ HRESULT QAVRbaUIServices::BuildPathElement(QAVBaseUnknown* object, QAVPathElemen
     if (!father->IsAKindOf("QAVDocument")) path->AddFatherElement(father);
   *pathElement = path.Detach();
   return S_OK;
+}
+
+HRESULT QAVRbaUIServices::GetSecurityParameters(QAVString& first, QAVString& second) {
+  QAVString third;
+  QAVString fourth;
+  return QAVAdpPublicSecurityServices::GetSecurityParameters(QAVString(), first, second, third,
+                                                             fourth);
 }
