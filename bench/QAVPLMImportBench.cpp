@@ -22,12 +22,15 @@ fs::path ScratchRoot() {
     fs::path dir = fs::temp_directory_path() / ("qav-plm-bench-" + std::to_string(::getpid()));
     fs::create_directories(dir);
     ::setenv("QAVHOST_PLM_DIR", (dir / "plm").c_str(), 1);
-    (void)std::atexit([] {
-      std::error_code ec;
-      fs::remove_all(ScratchRoot(), ec);
-    });
     return dir;
   }();
+  // Registered once the path exists, so that it runs before the path is
+  // destroyed at exit.
+  static const bool cleanup = std::atexit([] {
+                                std::error_code ec;
+                                fs::remove_all(root, ec);
+                              }) == 0;
+  (void)cleanup;
   return root;
 }
 
@@ -40,8 +43,8 @@ void WriteFile(const fs::path& path, const std::string& content) {
 // noise (which does not compress, as images and meshes mostly do not).
 std::string MakePackage(const std::string& name, int objects, int files, std::size_t fileBytes) {
   const fs::path dir = ScratchRoot() / name;
-  std::string manifest =
-      R"({"format":"orlix","version":1,"kind":"Props","title":")" + name + R"(","objects":[)";
+  std::string manifest = R"({"format":"orlix","version":1,"kind":"Props","title":")";
+  manifest.append(name).append(R"(","objects":[)");
   std::uint64_t state = 88172645463325252ULL;
   for (int f = 0; f < files; ++f) {
     std::string noise(fileBytes, '\0');
@@ -51,13 +54,14 @@ std::string MakePackage(const std::string& name, int objects, int files, std::si
       state ^= state << 17;
       c = static_cast<char>(state);
     }
-    WriteFile(dir / ("f" + std::to_string(f) + ".bin"), noise);
+    WriteFile(dir / (std::to_string(f).insert(0, 1, 'f') + ".bin"), noise);
   }
   for (int i = 0; i < objects; ++i) {
-    manifest += std::string(i ? "," : "") + R"({"id":"o)" + std::to_string(i) +
-                R"(","type":"Prop","name":"Object )" + std::to_string(i) +
-                R"(","attributes":{"Index":")" + std::to_string(i) + "\"}";
-    if (i < files) manifest += R"(,"files":["f)" + std::to_string(i) + R"(.bin"])";
+    const std::string index = std::to_string(i);
+    manifest.append(i ? "," : "").append(R"({"id":"o)").append(index);
+    manifest.append(R"(","type":"Prop","name":"Object )").append(index);
+    manifest.append(R"(","attributes":{"Index":")").append(index).append("\"}");
+    if (i < files) manifest.append(R"(,"files":["f)").append(index).append(R"(.bin"])");
     manifest += "}";
   }
   WriteFile(dir / "manifest.json", manifest + "]}");
