@@ -70,6 +70,8 @@ class QAVRBAUI_API QAVRbaMaterialCatalogImporterCmd : public QAVCommand {
   const QAVUnicodeString& GetContentInstallPath() const { return _installPath; }
   // The tiles whose content file was found, the sample included.
   int GetItemCount() const { return _itemCount; }
+  // The import's result: S_FALSE before any, then S_OK or E_FAIL.
+  HRESULT GetImportResult() const { return _importResult; }
 
  private:
   class TaskTie : public QAVIProgressTask {
@@ -106,6 +108,7 @@ class QAVRBAUI_API QAVRbaMaterialCatalogImporterCmd : public QAVCommand {
   QAVUnicodeString _installPath;
   QAVIProgressTaskUI* _progress = nullptr;  // while the task runs
   int _itemCount = 0;
+  HRESULT _importResult = S_FALSE;
   bool _registered = false;  // this command's panel is the one registered
   bool _ended = false;
   std::uint64_t _settingsCallback = 0;

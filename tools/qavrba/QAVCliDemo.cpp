@@ -48,13 +48,15 @@ int RerunWithDemoEnvironment(const std::string& resources) {
   ::setenv("QAVGraphicPath", graphicPath.c_str(), 1);
   ::setenv("LRE_TRACE_SEVERITY", "3", 1);
   ::setenv("QAVHOST_RESOURCE_PATH", resources.c_str(), 1);
-  if (!std::getenv("QAVHOST_SETTINGS_DIR")) {
-    std::string scratch = (fs::temp_directory_path() / "qavrba-demo-XXXXXX").string();
-    if (!::mkdtemp(scratch.data()))
-      return qavcli::Fail("cannot create a scratch settings directory");
-    ::setenv("QAVHOST_SETTINGS_DIR", scratch.c_str(), 1);
-    ::setenv(kDemoScratch, scratch.c_str(), 1);
-  }
+  ::setenv("QAVStartupPath", (resources + "/startup").c_str(), 1);
+  // A scratch directory for the settings (unless the caller chose theirs), the
+  // PLM repositories the tour imports into and the import reports.
+  std::string scratch = (fs::temp_directory_path() / "qavrba-demo-XXXXXX").string();
+  if (!::mkdtemp(scratch.data())) return qavcli::Fail("cannot create a scratch directory");
+  ::setenv(kDemoScratch, scratch.c_str(), 1);
+  if (!std::getenv("QAVHOST_SETTINGS_DIR")) ::setenv("QAVHOST_SETTINGS_DIR", scratch.c_str(), 1);
+  ::setenv("QAVHOST_PLM_DIR", (scratch + "/plm").c_str(), 1);
+  ::setenv("QAVTemp", (scratch + "/reports").c_str(), 1);
   ::setenv(kDemoMarker, "1", 1);
 
   std::vector<std::string> argvText = {"qavrba", "demo"};
@@ -197,6 +199,10 @@ int RunDemo() {
   status |= DemoScene(resources);
   Section("Texture placement (resources/scenes/showroom)");
   status |= DemoPlacement(resources);
+  Section("Content import (resources/content, into a scratch repository)");
+  status |= DemoImport(resources);
+  Section("Shader types");
+  status |= DemoShaders();
   std::printf(status == 0 ? "\nDone.\n" : "\nDone, with errors (see above).\n");
   return status == 0 ? 0 : 1;
 }

@@ -23,6 +23,11 @@ int DemoScene(const std::string& resourcesDir);
 // Places a material on the showroom's vase through its context bar, snaps a
 // frame to the sticker, and reads a length ruler back.
 int DemoPlacement(const std::string& resourcesDir);
+// The material tiles of the shipped content, then the import of one preset
+// with its progress, and what the repository holds afterwards.
+int DemoImport(const std::string& resourcesDir);
+// Whether a few shader types are supported by the live renderer.
+int DemoShaders();
 // The panel scenario over the scene shown by `driver` (see QAVCliDemoPanels.cpp).
 class QAVHostDriver;
 void DemoPanels(QAVHostDriver& driver);

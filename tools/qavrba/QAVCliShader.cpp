@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "QAVCli.h"
+#include "QAVCliDemoParts.h"
 #include "QAVRbaUIServices.h"
 
 namespace {
@@ -45,5 +46,11 @@ void Setup(CLI::App& program) {
 }
 
 }  // namespace
+
+int DemoShaders() {
+  Check({"EVisu_PBR_22x_Metal", "MPM_car_paint", "mip_metallic_paint", "evisu_pbr"});
+  std::printf("%zu shader types supported\n", QAVRbaUIServices::GetSupportedShaderTypes().size());
+  return 0;
+}
 
 QAV_CLI_COMMAND("shader", Setup);

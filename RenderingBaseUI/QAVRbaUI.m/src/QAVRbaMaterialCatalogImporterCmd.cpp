@@ -367,6 +367,7 @@ void QAVRbaMaterialCatalogImporterCmd::OnAccept(QAVCommand*, QAVNotification*, v
   const Kind* kind = FindKind(_kind);
   ClosePanel();
   const HRESULT result = QAVTaskController::Schedule(&_task, 0, nullptr, 1, 0, 0.0, 1);
+  _importResult = SUCCEEDED(result) ? S_OK : E_FAIL;
   if (kind)
     ShowFurtive(SUCCEEDED(result) ? Text(kind->okKey, "Import successful")
                                   : Text(kind->koKey, "Import failed"));
