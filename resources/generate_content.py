@@ -17,6 +17,9 @@ It (re)writes, next to itself, with the same bytes on every run:
       the presets' thumbnails: 64x64 8-bit RGB swatches.
   startup/materials/Sample_Materials.orlix
       the sample materials, found along the start-up path.
+  graphic/importer/<name>.png
+      the importer's own images: the panel icon of each kind, the kinds' default
+      thumbnails and the teaser of the preset whose content is missing.
 
 A package is a zip archive holding "manifest.json" (format "orlix", version 1, the kind,
 a title and the objects, see QAVContentPackage.h) and one small parameter file per
@@ -75,6 +78,19 @@ THUMBNAILS = {
     "NightStreet.png": (0.10, 0.12, 0.22),
     "SeatedFigure.png": (0.50, 0.42, 0.38),
     "Armchair.png": (0.40, 0.20, 0.10),
+}
+
+# The importer's own images.
+IMPORTER_IMAGES = {
+    "QAVRbaImportMatCatalog.png": (0.20, 0.45, 0.80),
+    "QAVRbaImportAmbience.png": (0.95, 0.70, 0.30),
+    "QAVRbaImportHuman.png": (0.55, 0.40, 0.35),
+    "QAVRbaImportProps.png": (0.35, 0.60, 0.40),
+    "QAVRbaMaterialLibrary_Default_Thumbnail.png": (0.62, 0.64, 0.68),
+    "QAVRbaAmbience_Default_Thumbnail.png": (0.80, 0.78, 0.70),
+    "QAVRbaHuman_Default_Thumbnail.png": (0.70, 0.60, 0.55),
+    "QAVRbaHuman_Default_Tumbnail.png": (0.70, 0.60, 0.55),
+    "FrostedGlass_teaser.png": (0.78, 0.80, 0.82),
 }
 
 FIXED_DATE = (2026, 1, 1, 0, 0, 0)
@@ -150,6 +166,8 @@ def main():
           package_bytes(kind, title, objects))
     for name, colour in THUMBNAILS.items():
         write(os.path.join(HERE, "content", "resources", "graphic", name), swatch_bytes(colour))
+    for name, colour in IMPORTER_IMAGES.items():
+        write(os.path.join(HERE, "graphic", "importer", name), swatch_bytes(colour))
 
 
 if __name__ == "__main__":

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
 #include <optional>
 #include <string>
 
@@ -56,6 +58,18 @@ TEST_F(ImportCliTest, PresetsThatCannotBeImported) {
   run = Run("import list human --content " + _scratch.str());
   EXPECT_EQ(run.status, 0);
   EXPECT_NE(run.out.find("No ressources found."), std::string::npos) << run.out;
+}
+
+TEST_F(ImportCliTest, PanelPicture) {
+  const qavtest::ProgramRun run = Run("import panel material -o panel.svg");
+  ASSERT_EQ(run.status, 0) << run.err;
+  std::ifstream in(_scratch.path() / "panel.svg");
+  const std::string svg((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  for (const char* part : {">Create a new covering material</text>", ">Brushed aluminium</text>",
+                           ">Frosted glass</text>", "data:image/png;base64,",
+                           "<g opacity=\"0.45\">", ">Do not show this again</text>"})
+    EXPECT_NE(svg.find(part), std::string::npos) << part;
+  EXPECT_EQ(Run("import panel material").status, 2);  // no output file
 }
 
 }  // namespace

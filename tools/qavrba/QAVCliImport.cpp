@@ -12,6 +12,8 @@
 
 #include "QAVCli.h"
 #include "QAVCliDemoParts.h"
+#include "QAVCliImportPanel.h"
+#include "QAVCliPicture.h"
 #include "QAVDlgNotify.h"
 #include "QAVFrmLayout.h"
 #include "QAVFrmWindow.h"
@@ -36,6 +38,7 @@ const std::map<std::string, const char*> kKinds = {
 struct ImportOptions {
   std::string kind;
   std::string content;
+  std::string output;
   int preset = 0;
   bool yes = false;
 };
@@ -62,7 +65,11 @@ class ImportSession {
     // In memory only: the user's stored setting is left as it is.
     if (settings) settings->WriteSetting("QAVContentInstallPath", &path);
     std::printf("content installation path: %s\n", path.c_str());
+    _imageDirs = {path.ToNarrow() + "/resources/graphic", resources + "/graphic/importer"};
   }
+  // Where the panel's images are: the content's graphic folder, then the
+  // shipped images of the importer.
+  const std::vector<std::string>& GetImageDirs() const { return _imageDirs; }
   ~ImportSession() { QAVProgressWatch::SetListener(nullptr); }
   ImportSession(const ImportSession&) = delete;
   ImportSession& operator=(const ImportSession&) = delete;
@@ -79,7 +86,13 @@ class ImportSession {
 
  private:
   std::unique_ptr<QAVHostDriver> _driver;
+  std::vector<std::string> _imageDirs;
 };
+
+// The importer is a command: the host owns it and releases it once it asked
+// for its end. The analyzer cannot see that ownership and reports the `new`
+// of each as a leak.
+// NOLINTBEGIN(clang-analyzer-cplusplus.NewDeleteLeaks)
 
 QAVRbaMaterialCatalogImporterItem* Tile(const Cmd& command, int n) {
   return dynamic_cast<QAVRbaMaterialCatalogImporterItem*>(
@@ -99,6 +112,18 @@ int List(const ImportOptions& options) {
   QAVWidgetInput::PressButton(command->GetPanel()->FindWidget("CancelButton"));
   session.Idle();
   return 0;
+}
+
+int Panel(const ImportOptions& options) {
+  ImportSession session(options.content);
+  Cmd* command = session.Start(kKinds.at(options.kind));
+  if (!command->GetPanel()) return qavcli::Fail("the importer did not open its panel");
+  const int status = qavcli::WritePicture(
+      options.output, qavcli::ImporterPanelSvg(*command->GetPanel(), session.GetImageDirs()));
+  QAVWidgetInput::PressButton(command->GetPanel()->FindWidget("CancelButton"));
+  session.Idle();
+  if (status == 0) std::printf("wrote %s\n", options.output.c_str());
+  return status;
 }
 
 // The progress bar: drawn in place on a terminal, one line per report elsewhere.
@@ -165,6 +190,8 @@ int Run(const ImportOptions& options) {
   return status;
 }
 
+// NOLINTEND(clang-analyzer-cplusplus.NewDeleteLeaks)
+
 void Setup(CLI::App& program) {
   CLI::App* import = program.add_subcommand(
       "import", "The content importer: the presets of a kind and their import into the PLM.");
@@ -183,6 +210,11 @@ void Setup(CLI::App& program) {
                                           "picture, and whether the content is there.");
   common(list);
   qavcli::OnRun(list, [options] { return List(*options); });
+  CLI::App* panel =
+      import->add_subcommand("panel", "The panel as the user sees it, as SVG or (.png) PNG.");
+  common(panel);
+  panel->add_option("-o,--output", options->output, "Picture file (.svg or .png)")->required();
+  qavcli::OnRun(panel, [options] { return Panel(*options); });
   CLI::App* run = import->add_subcommand(
       "run",
       "Selects tile N, shows the confirmation and, once confirmed (--yes, or an answer "

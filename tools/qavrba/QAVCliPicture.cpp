@@ -13,8 +13,6 @@
 
 namespace qavcli {
 
-namespace {
-
 std::string Base64(const std::string& bytes) {
   static const char* const kDigits =
       "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
@@ -32,6 +30,8 @@ std::string Base64(const std::string& bytes) {
   }
   return out;
 }
+
+namespace {
 
 bool WriteFile(const std::string& path, const std::string& text) {
   std::ofstream out(path, std::ios::binary | std::ios::trunc);

@@ -13,6 +13,8 @@ namespace qavcli {
 // The opening of an SVG picture of the image's size with the image as its
 // background; the caller appends its overlays and "</svg>\n".
 std::string SvgOverView(const QAVPixelImage& view);
+// The bytes in base64, for images embedded as data URIs.
+std::string Base64(const std::string& bytes);
 // Text made safe inside SVG elements and attributes.
 std::string SvgEscaped(const std::string& text);
 // Writes the SVG, or the PNG made from it when `path` ends in ".png": 0, or 1

@@ -217,7 +217,8 @@ HRESULT QAVRbaMaterialCatalogImporterCmd::FillPanel() {
   const Kind* kind = FindKind(_kind);
   if (!_panel || !kind) return E_FAIL;
   _itemCount = 0;
-  const int count = std::atoi(Raw(kind->countKey).ToString().c_str());
+  const int count =
+      static_cast<int>(std::strtol(Raw(kind->countKey).ToString().c_str(), nullptr, 10));
 
   // The sample, always first, from the start-up path.
   const auto item = [this](int n) {
@@ -306,8 +307,12 @@ QAVUnicodeString QAVRbaMaterialCatalogImporterCmd::FindContentFile(
   const QAVUnicodeString folder = QAVMakePath(QAVMakePath(installPath, QAVUnicodeString("startup")),
                                               QAVUnicodeString(found->folder));
   for (int v = 9; v >= 0; --v) {
-    const QAVUnicodeString candidate = QAVMakePath(
-        folder, QAVUnicodeString((base + "_V0" + std::to_string(v) + "." + extension).c_str()));
+    std::string version = base;
+    version += "_V0";
+    version += std::to_string(v);
+    version += '.';
+    version += extension;
+    QAVUnicodeString candidate = QAVMakePath(folder, QAVUnicodeString(version.c_str()));
     if (Readable(candidate)) return candidate;
   }
   return {};
