@@ -378,6 +378,14 @@ def png_chunk(kind, data):
     return struct.pack(">I", len(data)) + body + struct.pack(">I", zlib.crc32(body) & 0xFFFFFFFF)
 
 
+def rgb_png_bytes(size, raw):
+    """A square 8-bit RGB PNG of the filtered rows in raw."""
+    return (b"\x89PNG\r\n\x1a\n"
+            + png_chunk(b"IHDR", struct.pack(">IIBBBBB", size, size, 8, 2, 0, 0, 0))
+            + png_chunk(b"IDAT", zlib.compress(bytes(raw), 9))
+            + png_chunk(b"IEND", b""))
+
+
 def srgb8(linear):
     v = min(max(linear, 0.0), 1.0)
     v = v * 12.92 if v <= 0.0031308 else 1.055 * v ** (1.0 / 2.4) - 0.055
@@ -398,10 +406,7 @@ def thumbnail_bytes(size=64):
                 v = 0.5 - 0.15 * t + 0.2 * math.exp(-(u * u) / 0.05 - (t - 0.3) ** 2 / 0.05)
             v *= 1.0 - 0.35 * u * u  # vignetting towards the sides
             raw += bytes((srgb8(v * 0.98), srgb8(v), srgb8(v * 1.03)))
-    return (b"\x89PNG\r\n\x1a\n"
-            + png_chunk(b"IHDR", struct.pack(">IIBBBBB", size, size, 8, 2, 0, 0, 0))
-            + png_chunk(b"IDAT", zlib.compress(bytes(raw), 9))
-            + png_chunk(b"IEND", b""))
+    return rgb_png_bytes(size, raw)
 
 
 # ---------------------------------------------------------------------------

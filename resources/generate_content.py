@@ -30,11 +30,9 @@ change from run to run.
 import io
 import json
 import os
-import struct
 import zipfile
-import zlib
 
-HERE = os.path.dirname(os.path.abspath(__file__))
+from generate import HERE, rgb_png_bytes, write
 
 # (kind, folder, base name, versions, title, objects: (id, type, name, colour))
 PACKAGES = [
@@ -104,12 +102,10 @@ def package_bytes(kind, title, objects):
         manifest["objects"].append({"id": oid, "type": otype, "name": name, "files": [path],
                                     "attributes": {"Source": "sample content"}})
         files.append((path, json.dumps({"type": otype, "colour": colour}, indent=1) + "\n"))
-    out = zipfile_bytes([("manifest.json", json.dumps(manifest, indent=1) + "\n")] + files)
-    return out
+    return zipfile_bytes([("manifest.json", json.dumps(manifest, indent=1) + "\n")] + files)
 
 
 def zipfile_bytes(entries):
-
     buffer = io.BytesIO()
     with zipfile.ZipFile(buffer, "w", zipfile.ZIP_DEFLATED) as archive:
         for name, text in entries:
@@ -118,11 +114,6 @@ def zipfile_bytes(entries):
             info.external_attr = 0o644 << 16
             archive.writestr(info, text.encode("utf-8"))
     return buffer.getvalue()
-
-
-def png_chunk(kind, data):
-    body = kind + data
-    return struct.pack(">I", len(data)) + body + struct.pack(">I", zlib.crc32(body) & 0xFFFFFFFF)
 
 
 def swatch_bytes(colour, size=64):
@@ -142,17 +133,7 @@ def swatch_bytes(colour, size=64):
             else:
                 pixel = [0.93 - 0.05 * (v + 1) / 2] * 3
             raw += bytes(int(round(255 * p)) for p in pixel)
-    return (b"\x89PNG\r\n\x1a\n"
-            + png_chunk(b"IHDR", struct.pack(">IIBBBBB", size, size, 8, 2, 0, 0, 0))
-            + png_chunk(b"IDAT", zlib.compress(bytes(raw), 9))
-            + png_chunk(b"IEND", b""))
-
-
-def write(path, data):
-    os.makedirs(os.path.dirname(path), exist_ok=True)
-    with open(path, "wb") as f:
-        f.write(data)
-    print("wrote %s (%d bytes)" % (os.path.relpath(path, HERE), len(data)))
+    return rgb_png_bytes(size, raw)
 
 
 def main():

@@ -151,6 +151,20 @@ TEST_F(ContentPackageTest, PackThenOpenGivesTheFolderBack) {
   EXPECT_EQ(qavtest::ReadFile(out), before);
 }
 
+TEST_F(ContentPackageTest, AFileListedByTwoObjectsKeepsItsContent) {
+  const fs::path path = _scratch.path() / "shared.orlix";
+  ASSERT_TRUE(WriteZip(path, {{"manifest.json", R"({"format":"orlix","version":1,
+    "kind":"Material","title":"Shared","objects":[
+    {"id":"a","type":"Material","name":"A","files":["common/grain.png"]},
+    {"id":"b","type":"Material","name":"B","files":["common/grain.png"]}]})"},
+                              {"common/grain.png", "grain bytes"}}));
+  QAVContentPackage package;
+  std::string error;
+  ASSERT_EQ(package.Open(path.string(), error), S_OK) << error;
+  ASSERT_NE(package.GetFile("common/grain.png"), nullptr);
+  EXPECT_EQ(*package.GetFile("common/grain.png"), "grain bytes");
+}
+
 TEST_F(ContentPackageTest, DamagedArchivesAreRefused) {
   const fs::path path = _scratch.path() / "damaged.orlix";
   EXPECT_NE(RefusalOf(_scratch.path() / "missing.orlix").find("cannot be read"), std::string::npos);

@@ -1,6 +1,5 @@
 #include "QAVCliBarPicture.h"
 
-#include <cstdio>
 #include <map>
 
 #include "QAVCliPicture.h"
@@ -14,12 +13,6 @@ constexpr double kGap = 4;        // between items
 constexpr double kSeparator = 9;  // the width a separator takes
 constexpr double kPad = 8;        // inside the bar
 constexpr double kLabel = 12;     // the label line under the buttons
-
-std::string Num(double v) {
-  char text[32];
-  (void)std::snprintf(text, sizeof text, "%.1f", v);
-  return text;
-}
 
 // The icon of a header, drawn in a 24 x 24 box at the origin.
 std::string Icon(const std::string& h) {
@@ -71,9 +64,9 @@ std::string Icon(const std::string& h) {
 }
 
 std::string Button(const std::string& header, double x, double y, bool container) {
-  std::string svg = "<g transform=\"translate(" + Num(x) + " " + Num(y) + ")\"><title>" +
-                    SvgEscaped(header.empty() ? "(nameless)" : header) + "</title>";
-  svg += "<rect width=\"" + Num(kButton) + "\" height=\"" + Num(kButton) +
+  std::string svg = "<g transform=\"translate(" + SvgNumber(x) + " " + SvgNumber(y) +
+                    ")\"><title>" + SvgEscaped(header.empty() ? "(nameless)" : header) + "</title>";
+  svg += "<rect width=\"" + SvgNumber(kButton) + "\" height=\"" + SvgNumber(kButton) +
          "\" rx=\"6\" fill=\"#3b4652\" stroke=\"#5d6b79\"/>";
   svg += "<g transform=\"translate(10 7)\">" + Icon(header) + "</g>";
   if (container) svg += "<path d=\"M34 38 L40 38 L40 32 Z\" fill=\"#9fd3ff\"/>";
@@ -82,7 +75,7 @@ std::string Button(const std::string& header, double x, double y, bool container
 }
 
 std::string Label(const std::string& header, double x, double y) {
-  return "<text x=\"" + Num(x + kButton / 2) + "\" y=\"" + Num(y) +
+  return "<text x=\"" + SvgNumber(x + kButton / 2) + "\" y=\"" + SvgNumber(y) +
          "\" text-anchor=\"middle\" font-family=\"sans-serif\" font-size=\"9\" "
          "fill=\"#c9d1d9\">" +
          SvgEscaped(ButtonLabel(header)) + "</text>";
@@ -129,9 +122,9 @@ std::string BarSvg(const QAVICAfrComponent& row, double x, double y, double& wid
     const QAVICAfrComponent& item = *row.GetComponent(i);
     const std::string type = item.GetComponentType().str();
     if (type == "QAVCmdSeparator") {
-      items += "<line x1=\"" + Num(at + kSeparator / 2) + "\" y1=\"" + Num(kPad + 4) + "\" x2=\"" +
-               Num(at + kSeparator / 2) + "\" y2=\"" + Num(kPad + kButton - 4) +
-               "\" stroke=\"#6b7885\" stroke-width=\"1\"><title>" +
+      items += "<line x1=\"" + SvgNumber(at + kSeparator / 2) + "\" y1=\"" + SvgNumber(kPad + 4) +
+               "\" x2=\"" + SvgNumber(at + kSeparator / 2) + "\" y2=\"" +
+               SvgNumber(kPad + kButton - 4) + "\" stroke=\"#6b7885\" stroke-width=\"1\"><title>" +
                SvgEscaped(item.GetComponentName().str()) + "</title></line>";
       at += kSeparator + kGap;
       continue;
@@ -148,16 +141,16 @@ std::string BarSvg(const QAVICAfrComponent& row, double x, double y, double& wid
       const int others = item.GetComponentCount() - 1;
       const double top = barHeight + 6;
       const double listHeight = others * (kButton * 0.75 + 2) + 8;
-      popup += "<rect x=\"" + Num(at - 4) + "\" y=\"" + Num(top) + "\" width=\"" +
-               Num(kButton + 86) + "\" height=\"" + Num(listHeight) +
+      popup += "<rect x=\"" + SvgNumber(at - 4) + "\" y=\"" + SvgNumber(top) + "\" width=\"" +
+               SvgNumber(kButton + 86) + "\" height=\"" + SvgNumber(listHeight) +
                "\" rx=\"6\" fill=\"#2a323b\" stroke=\"#9fd3ff\" stroke-opacity=\"0.6\"/>";
       for (int k = 1; k <= others; ++k) {
         const std::string other = Command(*item.GetComponent(k));
         const double rowY = top + 4 + (k - 1) * (kButton * 0.75 + 2);
-        popup += "<g transform=\"translate(" + Num(at) + " " + Num(rowY) + ") scale(0.75)\">" +
-                 Button(other, 0, 0, false) + "</g>";
-        popup += "<text x=\"" + Num(at + kButton * 0.75 + 8) + "\" y=\"" +
-                 Num(rowY + kButton * 0.75 / 2 + 4) +
+        popup += "<g transform=\"translate(" + SvgNumber(at) + " " + SvgNumber(rowY) +
+                 ") scale(0.75)\">" + Button(other, 0, 0, false) + "</g>";
+        popup += "<text x=\"" + SvgNumber(at + kButton * 0.75 + 8) + "\" y=\"" +
+                 SvgNumber(rowY + kButton * 0.75 / 2 + 4) +
                  "\" font-family=\"sans-serif\" font-size=\"11\" fill=\"#e6edf3\">" +
                  SvgEscaped(ButtonLabel(other)) + "</text>";
       }
@@ -167,8 +160,8 @@ std::string BarSvg(const QAVICAfrComponent& row, double x, double y, double& wid
   }
   width = std::max(at - kGap + kPad, 2 * kPad + kButton);
   height = barHeight + below;
-  return "<g transform=\"translate(" + Num(x) + " " + Num(y) + ")\"><rect width=\"" + Num(width) +
-         "\" height=\"" + Num(barHeight) +
+  return "<g transform=\"translate(" + SvgNumber(x) + " " + SvgNumber(y) + ")\"><rect width=\"" +
+         SvgNumber(width) + "\" height=\"" + SvgNumber(barHeight) +
          "\" rx=\"10\" fill=\"#232a31\" fill-opacity=\"0.94\" stroke=\"#4a5663\"/>" + items +
          popup + "</g>\n";
 }
@@ -179,8 +172,8 @@ std::string BarPicture(const QAVICAfrComponent& row, const std::string& title) {
   const std::string bar = BarSvg(row, 16, 40, width, height);
   const double w = std::max(width + 32, 320.0);
   const double h = height + 56;
-  return "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + Num(w) + "\" height=\"" + Num(h) +
-         "\" viewBox=\"0 0 " + Num(w) + " " + Num(h) +
+  return "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + SvgNumber(w) + "\" height=\"" +
+         SvgNumber(h) + "\" viewBox=\"0 0 " + SvgNumber(w) + " " + SvgNumber(h) +
          "\">\n<rect width=\"100%\" height=\"100%\" " +
          "fill=\"#e9edf1\"/>\n<text x=\"16\" y=\"26\" font-family=\"sans-serif\" font-size=\"14\" "
          "fill=\"#1f2328\">" +

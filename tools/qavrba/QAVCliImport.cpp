@@ -200,7 +200,7 @@ void Setup(CLI::App& program) {
   const auto common = [&options](CLI::App* command) {
     command->add_option("kind", options->kind, "material, ambience, human or props")
         ->required()
-        ->check(CLI::IsMember({"material", "ambience", "human", "props"}));
+        ->check(CLI::IsMember(kKinds));
     command->add_option("--content", options->content,
                         "Content installation path (default: the stored setting, else the "
                         "shipped sample content)");

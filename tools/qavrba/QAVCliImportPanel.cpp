@@ -17,12 +17,6 @@ constexpr const char* kSheet = "QAVRbaMaterialCatalogImporterPanel.QAVSYPStyle";
 constexpr const char* kPanel = "QAVRbaMaterialCatalogImporterPanel";
 constexpr const char* kItem = "QAVRbaMaterialCatalogImporterItem";
 
-std::string Num(double v) {
-  char text[32];
-  (void)std::snprintf(text, sizeof text, "%.1f", v);
-  return text;
-}
-
 // Lines of at most `width` characters, cut at blanks.
 std::vector<std::string> Wrap(const std::string& text, std::size_t width) {
   std::vector<std::string> lines;
@@ -41,9 +35,9 @@ std::vector<std::string> Wrap(const std::string& text, std::size_t width) {
 
 std::string Text(double x, double y, double size, const std::string& colour,
                  const std::string& text, bool bold = false) {
-  return "<text x=\"" + Num(x) + "\" y=\"" + Num(y) + "\" font-family=\"sans-serif\" font-size=\"" +
-         Num(size) + "\" fill=\"" + colour + "\"" + (bold ? " font-weight=\"bold\"" : "") + ">" +
-         SvgEscaped(text) + "</text>\n";
+  return "<text x=\"" + SvgNumber(x) + "\" y=\"" + SvgNumber(y) +
+         "\" font-family=\"sans-serif\" font-size=\"" + SvgNumber(size) + "\" fill=\"" + colour +
+         "\"" + (bold ? " font-weight=\"bold\"" : "") + ">" + SvgEscaped(text) + "</text>\n";
 }
 
 // The PNG of an image: the path itself when it has a folder, else the first of
@@ -67,10 +61,12 @@ std::string Image(double x, double y, double size, const std::string& name,
                   const std::vector<std::string>& dirs) {
   const std::string png = ImageBytes(name, dirs);
   if (png.empty())
-    return "<rect x=\"" + Num(x) + "\" y=\"" + Num(y) + "\" width=\"" + Num(size) + "\" height=\"" +
-           Num(size) + "\" fill=\"#eceff3\" stroke=\"#b5bcc6\" stroke-dasharray=\"3 3\"/>\n";
-  return "<image x=\"" + Num(x) + "\" y=\"" + Num(y) + "\" width=\"" + Num(size) + "\" height=\"" +
-         Num(size) + "\" href=\"data:image/png;base64," + Base64(png) + "\"/>\n";
+    return "<rect x=\"" + SvgNumber(x) + "\" y=\"" + SvgNumber(y) + "\" width=\"" +
+           SvgNumber(size) + "\" height=\"" + SvgNumber(size) +
+           "\" fill=\"#eceff3\" stroke=\"#b5bcc6\" stroke-dasharray=\"3 3\"/>\n";
+  return "<image x=\"" + SvgNumber(x) + "\" y=\"" + SvgNumber(y) + "\" width=\"" + SvgNumber(size) +
+         "\" height=\"" + SvgNumber(size) + "\" href=\"data:image/png;base64," + Base64(png) +
+         "\"/>\n";
 }
 
 }  // namespace
@@ -141,10 +137,10 @@ std::string ImporterPanelSvg(const QAVRbaMaterialCatalogImporterPanel& panel,
     char opacity[16];
     (void)std::snprintf(opacity, sizeof opacity, "%.3g", in("opacity", 1));
     body += "<g opacity=\"" + std::string(opacity) + "\">\n";
-    body += "<rect x=\"" + Num(x) + "\" y=\"" + Num(top) + "\" width=\"" + Num(tileWidth) +
-            "\" height=\"" + Num(tileHeight) + "\" rx=\"4\" fill=\"" + is("background", "#ffffff") +
-            "\" stroke=\"" + is("border", "#cfd5dd") + "\" stroke-width=\"" +
-            Num(in("border-width", 1)) + "\"/>\n";
+    body += "<rect x=\"" + SvgNumber(x) + "\" y=\"" + SvgNumber(top) + "\" width=\"" +
+            SvgNumber(tileWidth) + "\" height=\"" + SvgNumber(tileHeight) + "\" rx=\"4\" fill=\"" +
+            is("background", "#ffffff") + "\" stroke=\"" + is("border", "#cfd5dd") +
+            "\" stroke-width=\"" + SvgNumber(in("border-width", 1)) + "\"/>\n";
     body +=
         Image(x + 10, top + (tileHeight - thumb) / 2, thumb, item->GetPicture().str(), imageDirs);
     const double tx = x + 10 + thumb + 12;
@@ -168,10 +164,10 @@ std::string ImporterPanelSvg(const QAVRbaMaterialCatalogImporterPanel& panel,
   // The check box, then the buttons on the right.
   const QAVDlgWidget* check = panel.FindWidget("CheckDoNoSHowAgain");
   const bool checked = check && check->GetCheckState() != 0;
-  body += "<rect x=\"" + Num(pad) + "\" y=\"" + Num(y + 6) +
+  body += "<rect x=\"" + SvgNumber(pad) + "\" y=\"" + SvgNumber(y + 6) +
           "\" width=\"14\" height=\"14\" rx=\"2\" fill=\"#ffffff\" stroke=\"#7a8594\"/>\n";
   if (checked)
-    body += "<path d=\"M" + Num(pad + 3) + " " + Num(y + 13) +
+    body += "<path d=\"M" + SvgNumber(pad + 3) + " " + SvgNumber(y + 13) +
             " l3.5 3.5 l6 -7\" fill=\"none\" "
             "stroke=\"#2f6fd0\" stroke-width=\"2\"/>\n";
   body += Text(pad + 22, y + 18, 12, "#1d2430", "Do not show this again");
@@ -184,9 +180,9 @@ std::string ImporterPanelSvg(const QAVRbaMaterialCatalogImporterPanel& panel,
     const std::string fill = primary ? sheet.GetValue(kPanel, "button-background", state, "#2f6fd0")
                                      : ps("cancel-background", "#e2e6ec");
     const std::string ink = primary ? ps("button-text", "#ffffff") : ps("cancel-text", "#1d2430");
-    return "<rect x=\"" + Num(x) + "\" y=\"" + Num(y) + "\" width=\"" + Num(bw) + "\" height=\"" +
-           Num(bh) + "\" rx=\"4\" fill=\"" + fill + "\"/>\n" + "<text x=\"" + Num(x + bw / 2) +
-           "\" y=\"" + Num(y + bh / 2 + 4.5) +
+    return "<rect x=\"" + SvgNumber(x) + "\" y=\"" + SvgNumber(y) + "\" width=\"" + SvgNumber(bw) +
+           "\" height=\"" + SvgNumber(bh) + "\" rx=\"4\" fill=\"" + fill + "\"/>\n" + "<text x=\"" +
+           SvgNumber(x + bw / 2) + "\" y=\"" + SvgNumber(y + bh / 2 + 4.5) +
            "\" text-anchor=\"middle\" font-family=\"sans-serif\" font-size=\"13\" fill=\"" + ink +
            "\">" + label + "</text>\n";
   };
@@ -195,9 +191,9 @@ std::string ImporterPanelSvg(const QAVRbaMaterialCatalogImporterPanel& panel,
   const double height = y + bh + pad;
 
   const QAVDlgWidget* dialog = panel.GetFatherWidget();
-  std::string svg = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + Num(width) +
-                    "\" height=\"" + Num(height) + "\" viewBox=\"0 0 " + Num(width) + " " +
-                    Num(height) + "\">\n";
+  std::string svg = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + SvgNumber(width) +
+                    "\" height=\"" + SvgNumber(height) + "\" viewBox=\"0 0 " + SvgNumber(width) +
+                    " " + SvgNumber(height) + "\">\n";
   svg += "<rect width=\"100%\" height=\"100%\" fill=\"" + ps("background", "#f3f4f6") + "\"/>\n";
   svg += "<rect width=\"100%\" height=\"32\" fill=\"" + ps("title-bar", "#2b3442") + "\"/>\n";
   svg += Text(pad, 21, 13, ps("title-bar-text", "#ffffff"),

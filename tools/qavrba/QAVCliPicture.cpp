@@ -13,6 +13,12 @@
 
 namespace qavcli {
 
+std::string SvgNumber(double v) {
+  char text[32];
+  (void)std::snprintf(text, sizeof text, "%.1f", v);
+  return text;
+}
+
 std::string Base64(const std::string& bytes) {
   static const char* const kDigits =
       "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";

@@ -13,6 +13,8 @@ namespace qavcli {
 // The opening of an SVG picture of the image's size with the image as its
 // background; the caller appends its overlays and "</svg>\n".
 std::string SvgOverView(const QAVPixelImage& view);
+// A coordinate or length in SVG: one decimal.
+std::string SvgNumber(double v);
 // The bytes in base64, for images embedded as data URIs.
 std::string Base64(const std::string& bytes);
 // Text made safe inside SVG elements and attributes.

@@ -304,13 +304,15 @@ HRESULT QAVContentPackage::Open(const std::string& path, const Limits& limits, s
   if (manifest == entries.end()) return refuse("no manifest.json at the archive's root");
   std::string reason;
   if (!ParseManifest(manifest->second, _kind, _title, _objects, reason)) return refuse(reason);
+  // The listed files' contents move over from the entries; a file that two
+  // objects list moves once.
   for (const Object& object : _objects) {
     for (const std::string& file : object.files) {
       const auto it = entries.find(file);
       if (it == entries.end())
         return refuse("object " + Quoted(object.id) + " lists " + Quoted(file) +
                       ", which is not in the archive");
-      _files.emplace(file, it->second);
+      if (_files.count(file) == 0) _files.emplace(file, std::move(it->second));
     }
   }
   _path = path;

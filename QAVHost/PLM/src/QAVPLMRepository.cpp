@@ -53,6 +53,22 @@ std::string Column(sqlite3_stmt* statement, int index) {
 
 std::string Message(sqlite3* db) { return db ? sqlite3_errmsg(db) : "out of memory"; }
 
+// The columns of an object, in the order ObjectRow reads them and Import
+// binds them.
+#define QAV_OBJECT_COLUMNS "id, package, kind, source_id, type, name, imported"
+
+QAVPLMRepository::ObjectInfo ObjectRow(sqlite3_stmt* statement) {
+  QAVPLMRepository::ObjectInfo object;
+  object.id = Column(statement, 0);
+  object.package = Column(statement, 1);
+  object.kind = Column(statement, 2);
+  object.sourceId = Column(statement, 3);
+  object.type = Column(statement, 4);
+  object.name = Column(statement, 5);
+  object.imported = Column(statement, 6);
+  return object;
+}
+
 // A fresh identifier: 128 random bits in hexadecimal. The generator is seeded
 // again in a child process, which would otherwise repeat its parent's
 // identifiers after a fork.
@@ -210,24 +226,14 @@ HRESULT QAVPLMRepository::ListObjects(std::vector<ObjectInfo>& objects, std::str
     error = "no repository is open";
     return E_FAIL;
   }
-  Statement list = Prepare(
-      _db, "SELECT id, package, kind, source_id, type, name, imported FROM objects ORDER BY id");
+  Statement list = Prepare(_db, "SELECT " QAV_OBJECT_COLUMNS " FROM objects ORDER BY id");
   if (!list) {
     error = Message(_db);
     return E_FAIL;
   }
   int step = SQLITE_ROW;
-  while ((step = sqlite3_step(list.get())) == SQLITE_ROW) {
-    ObjectInfo object;
-    object.id = Column(list.get(), 0);
-    object.package = Column(list.get(), 1);
-    object.kind = Column(list.get(), 2);
-    object.sourceId = Column(list.get(), 3);
-    object.type = Column(list.get(), 4);
-    object.name = Column(list.get(), 5);
-    object.imported = Column(list.get(), 6);
-    objects.push_back(std::move(object));
-  }
+  while ((step = sqlite3_step(list.get())) == SQLITE_ROW)
+    objects.push_back(ObjectRow(list.get()));
   if (step != SQLITE_DONE) {
     error = Message(_db);
     objects.clear();
@@ -243,9 +249,7 @@ HRESULT QAVPLMRepository::GetObject(const std::string& id, ObjectInfo& object,
     error = "no repository is open";
     return E_FAIL;
   }
-  Statement one = Prepare(_db,
-                          "SELECT id, package, kind, source_id, type, name, imported FROM "
-                          "objects WHERE id = ?1");
+  Statement one = Prepare(_db, "SELECT " QAV_OBJECT_COLUMNS " FROM objects WHERE id = ?1");
   Statement attributes =
       Prepare(_db, "SELECT name, value FROM attributes WHERE object = ?1 ORDER BY name");
   Statement files =
@@ -261,13 +265,7 @@ HRESULT QAVPLMRepository::GetObject(const std::string& id, ObjectInfo& object,
     error = Message(_db);
     return E_FAIL;
   }
-  object.id = Column(one.get(), 0);
-  object.package = Column(one.get(), 1);
-  object.kind = Column(one.get(), 2);
-  object.sourceId = Column(one.get(), 3);
-  object.type = Column(one.get(), 4);
-  object.name = Column(one.get(), 5);
-  object.imported = Column(one.get(), 6);
+  object = ObjectRow(one.get());
   while ((step = sqlite3_step(attributes.get())) == SQLITE_ROW)
     object.attributes.emplace_back(Column(attributes.get(), 0), Column(attributes.get(), 1));
   if (step == SQLITE_DONE) {
@@ -324,9 +322,8 @@ HRESULT QAVPLMRepository::Import(const QAVContentPackage& package,
   };
   if (sqlite3_exec(_db, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) != SQLITE_OK)
     return fail("cannot start the transaction");
-  Statement object = Prepare(_db,
-                             "INSERT INTO objects(id, package, kind, source_id, type, name, "
-                             "imported) VALUES(?1, ?2, ?3, ?4, ?5, ?6, ?7)");
+  Statement object = Prepare(
+      _db, "INSERT INTO objects(" QAV_OBJECT_COLUMNS ") VALUES(?1, ?2, ?3, ?4, ?5, ?6, ?7)");
   Statement attribute =
       Prepare(_db, "INSERT INTO attributes(object, name, value) VALUES(?1, ?2, ?3)");
   Statement file = Prepare(_db, "INSERT INTO files(object, path, bytes) VALUES(?1, ?2, ?3)");

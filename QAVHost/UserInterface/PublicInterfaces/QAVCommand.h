@@ -13,6 +13,7 @@
 #define QAVCommand_h
 
 #include <cstdint>
+#include <type_traits>
 #include <vector>
 
 #include "QAVEventSubscriber.h"
@@ -73,6 +74,15 @@ class QAVHOST_API QAVCommand : public QAVEventSubscriber {
   // registration (0 for a null argument).
   std::uint64_t AddAnalyseNotificationCB(QAVCommand* sender, const char* event,
                                          QAVCommandMethod method, void* data);
+  // The same for a method of a derived command, called on this command.
+  template <class Derived>
+  std::uint64_t AddAnalyseNotificationCB(QAVCommand* sender, const char* event,
+                                         void (Derived::*method)(QAVCommand*, QAVNotification*,
+                                                                 void*),
+                                         void* data) {
+    static_assert(std::is_base_of_v<QAVCommand, Derived>, "a method of a command");
+    return AddAnalyseNotificationCB(sender, event, static_cast<QAVCommandMethod>(method), data);
+  }
   // False when the registration is not one of this command's.
   bool RemoveAnalyseNotificationCB(std::uint64_t registration);
 

@@ -114,18 +114,14 @@ bool Readable(const QAVUnicodeString& path) {
   return _QAVFileAccess(path, QAV_ACCESS_READ, 0) == 0;
 }
 
-// "Lamp.png" -> "Lamp_teaser.png".
-QAVUnicodeString Teaser(const QAVUnicodeString& icon) {
-  const std::string name = icon.ToString().str();
+// "Lamp.png" with "_teaser" -> "Lamp_teaser.png"; a name without a dot ends
+// with the dot.
+QAVUnicodeString WithSuffix(const QAVUnicodeString& fileName, const std::string& suffix) {
+  const std::string name = fileName.ToString().str();
   const auto dot = name.rfind('.');
   const std::string base = dot == std::string::npos ? name : name.substr(0, dot);
   const std::string extension = dot == std::string::npos ? "" : name.substr(dot + 1);
-  return QAVUnicodeString((base + "_teaser." + extension).c_str());
-}
-
-template <class Method>
-QAVCommandMethod AsCommandMethod(Method method) {
-  return static_cast<QAVCommandMethod>(method);
+  return QAVUnicodeString((base + suffix + "." + extension).c_str());
 }
 
 QAVCommand* Create() { return new QAVRbaMaterialCatalogImporterCmd; }
@@ -192,12 +188,11 @@ int QAVRbaMaterialCatalogImporterCmd::BuildPanel() {
   _panel = QAVRef<QAVRbaMaterialCatalogImporterPanel>(
       new QAVRbaMaterialCatalogImporterPanel(_dialog.get(), "QAVRbaMaterialCatalogImporterPanel"));
   AddAnalyseNotificationCB(_panel.get(), QAVRbaMaterialCatalogImporterPanel::SELECT_ITEM(),
-                           AsCommandMethod(&QAVRbaMaterialCatalogImporterCmd::OnSelectItem),
-                           nullptr);
+                           &QAVRbaMaterialCatalogImporterCmd::OnSelectItem, nullptr);
   AddAnalyseNotificationCB(_panel.get(), QAVRbaMaterialCatalogImporterPanel::CANCEL(),
-                           AsCommandMethod(&QAVRbaMaterialCatalogImporterCmd::OnCancel), nullptr);
+                           &QAVRbaMaterialCatalogImporterCmd::OnCancel, nullptr);
   AddAnalyseNotificationCB(_dialog.get(), QAVDialog::WINDOW_CLOSE(),
-                           AsCommandMethod(&QAVRbaMaterialCatalogImporterCmd::OnCancel), nullptr);
+                           &QAVRbaMaterialCatalogImporterCmd::OnCancel, nullptr);
   if (kind) {
     _dialog->SetTitle(Text(kind->windowTitleKey, kind->windowTitle));
     _panel->SetTitle(Text(kind->panelTitleKey, kind->panelTitle));
@@ -233,6 +228,8 @@ HRESULT QAVRbaMaterialCatalogImporterCmd::FillPanel() {
   };
   QAVRbaMaterialCatalogImporterItem* sample = item(0);
   sample->SetTitle(Text(PresetKey(*kind, 0, "_Name"), "Preset Name"));
+  // Its content file is looked up along the start-up path; the tile shows
+  // nothing of it.
   QAVUnicodeString samplePath;
   QAVFindPath("QAVStartupPath",
               QAVMakePath(QAVUnicodeString(kind->folder), Raw(PresetKey(*kind, 0, "_File"))),
@@ -265,7 +262,8 @@ HRESULT QAVRbaMaterialCatalogImporterCmd::FillPanel() {
     } else {
       tile->SetDescription(Text("WarningDescription", "No description available"));
       const QAVUnicodeString given = Raw(PresetKey(*kind, n, "_Icon"));
-      tile->SetPicture(given.IsEmpty() ? QAVUnicodeString(kind->missingThumbnail) : Teaser(given));
+      tile->SetPicture(given.IsEmpty() ? QAVUnicodeString(kind->missingThumbnail)
+                                       : WithSuffix(given, "_teaser"));
       tile->SetUnavailable(1);
       _panel->AddItem(tile);
     }
@@ -300,19 +298,11 @@ QAVUnicodeString QAVRbaMaterialCatalogImporterCmd::FindContentFile(
     return path;
   }
   if (installPath.IsEmpty()) return {};
-  const std::string name = fileName.ToString().str();
-  const auto dot = name.rfind('.');
-  const std::string base = dot == std::string::npos ? name : name.substr(0, dot);
-  const std::string extension = dot == std::string::npos ? "" : name.substr(dot + 1);
   const QAVUnicodeString folder = QAVMakePath(QAVMakePath(installPath, QAVUnicodeString("startup")),
                                               QAVUnicodeString(found->folder));
   for (int v = 9; v >= 0; --v) {
-    std::string version = base;
-    version += "_V0";
-    version += std::to_string(v);
-    version += '.';
-    version += extension;
-    QAVUnicodeString candidate = QAVMakePath(folder, QAVUnicodeString(version.c_str()));
+    QAVUnicodeString candidate =
+        QAVMakePath(folder, WithSuffix(fileName, "_V0" + std::to_string(v)));
     if (Readable(candidate)) return candidate;
   }
   return {};
@@ -362,9 +352,9 @@ void QAVRbaMaterialCatalogImporterCmd::Confirm(const QAVUnicodeString& fileName)
   _confirmationBox->SetResizable(false);
   _confirmationBox->SetModal(true);
   AddAnalyseNotificationCB(_confirmationBox.get(), QAVVidFraMessageBox::ACCEPT(),
-                           AsCommandMethod(&QAVRbaMaterialCatalogImporterCmd::OnAccept), nullptr);
+                           &QAVRbaMaterialCatalogImporterCmd::OnAccept, nullptr);
   AddAnalyseNotificationCB(_confirmationBox.get(), QAVVidFraMessageBox::REJECT(),
-                           AsCommandMethod(&QAVRbaMaterialCatalogImporterCmd::OnCancel), nullptr);
+                           &QAVRbaMaterialCatalogImporterCmd::OnCancel, nullptr);
   _confirmationBox->SetVisibility(true);
 }
 

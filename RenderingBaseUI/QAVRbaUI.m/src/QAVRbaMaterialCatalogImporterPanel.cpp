@@ -25,11 +25,6 @@ namespace {
 constexpr const char* kSettings = "RenderingLiveSettings";
 constexpr const char* kPopUpKey = "MaterialsorlixImporterPopUp";
 
-template <class Method>
-QAVCommandMethod AsCommandMethod(Method method) {
-  return static_cast<QAVCommandMethod>(method);
-}
-
 }  // namespace
 
 QAVRbaMaterialCatalogImporterPanel::QAVRbaMaterialCatalogImporterPanel(QAVDlgWidget* father,
@@ -45,10 +40,9 @@ QAVRbaMaterialCatalogImporterPanel::QAVRbaMaterialCatalogImporterPanel(QAVDlgWid
   auto* cancel = new QAVDlgWidget(this, "CancelButton", QAVDlgKind::Button);
   for (QAVDlgWidget* button : {_create, cancel})
     AddAnalyseNotificationCB(button, QAVDlgWidget::BUTTON_PRESS(),
-                             AsCommandMethod(&QAVRbaMaterialCatalogImporterPanel::OnButton),
-                             nullptr);
+                             &QAVRbaMaterialCatalogImporterPanel::OnButton, nullptr);
   AddAnalyseNotificationCB(_check, QAVDlgWidget::CHECK_CHANGE(),
-                           AsCommandMethod(&QAVRbaMaterialCatalogImporterPanel::OnCheck), nullptr);
+                           &QAVRbaMaterialCatalogImporterPanel::OnCheck, nullptr);
 
   int showPopUp = 0;
   if (QAVSettingRepository* settings = QAVSettingRepository::GetRepository(kSettings))
@@ -72,16 +66,13 @@ void QAVRbaMaterialCatalogImporterPanel::AddItem(QAVRbaMaterialCatalogImporterIt
   QAVISYPCollection* items = GetItems();
   if (!item || !_container || !items) return;
   AddAnalyseNotificationCB(item, QAVDlgWidget::CLICK(),
-                           AsCommandMethod(&QAVRbaMaterialCatalogImporterPanel::OnClick), nullptr);
+                           &QAVRbaMaterialCatalogImporterPanel::OnClick, nullptr);
   AddAnalyseNotificationCB(item, QAVDlgWidget::DOUBLE_CLICK(),
-                           AsCommandMethod(&QAVRbaMaterialCatalogImporterPanel::OnDoubleClick),
-                           nullptr);
+                           &QAVRbaMaterialCatalogImporterPanel::OnDoubleClick, nullptr);
   AddAnalyseNotificationCB(item, QAVDlgWidget::POINTER_ENTER(),
-                           AsCommandMethod(&QAVRbaMaterialCatalogImporterPanel::OnPointerEnter),
-                           nullptr);
+                           &QAVRbaMaterialCatalogImporterPanel::OnPointerEnter, nullptr);
   AddAnalyseNotificationCB(item, QAVDlgWidget::POINTER_LEAVE(),
-                           AsCommandMethod(&QAVRbaMaterialCatalogImporterPanel::OnPointerLeave),
-                           nullptr);
+                           &QAVRbaMaterialCatalogImporterPanel::OnPointerLeave, nullptr);
   item->SetLayoutConstraint("Stack");
   items->Append(item);
 }

@@ -103,18 +103,14 @@ QAVRbaSnapManipulator::QAVRbaSnapManipulator() : QAVCommand() {
     attach->SendTo(_editedRoot.get());
   }
 
-  _callbacks[0] = AddAnalyseNotificationCB(
-      _selector.get(), QAVManipulator::GetQAVMove(),
-      static_cast<QAVCommandMethod>(&QAVRbaSnapManipulator::MoveCB), nullptr);
-  _callbacks[1] = AddAnalyseNotificationCB(
-      _selector.get(), QAVManipulator::GetQAVBeginManipulate(),
-      static_cast<QAVCommandMethod>(&QAVRbaSnapManipulator::BeginManipulateCB), nullptr);
-  _callbacks[2] = AddAnalyseNotificationCB(
-      _selector.get(), QAVManipulator::GetQAVManipulate(),
-      static_cast<QAVCommandMethod>(&QAVRbaSnapManipulator::ManipulateCB), nullptr);
-  _callbacks[3] = AddAnalyseNotificationCB(
-      _selector.get(), QAVManipulator::GetQAVEndManipulate(),
-      static_cast<QAVCommandMethod>(&QAVRbaSnapManipulator::EndManipulateCB), nullptr);
+  _callbacks[0] = AddAnalyseNotificationCB(_selector.get(), QAVManipulator::GetQAVMove(),
+                                           &QAVRbaSnapManipulator::MoveCB, nullptr);
+  _callbacks[1] = AddAnalyseNotificationCB(_selector.get(), QAVManipulator::GetQAVBeginManipulate(),
+                                           &QAVRbaSnapManipulator::BeginManipulateCB, nullptr);
+  _callbacks[2] = AddAnalyseNotificationCB(_selector.get(), QAVManipulator::GetQAVManipulate(),
+                                           &QAVRbaSnapManipulator::ManipulateCB, nullptr);
+  _callbacks[3] = AddAnalyseNotificationCB(_selector.get(), QAVManipulator::GetQAVEndManipulate(),
+                                           &QAVRbaSnapManipulator::EndManipulateCB, nullptr);
 }
 
 QAVRbaSnapManipulator::QAVRbaSnapManipulator(const QAVRbaSnapManipulator& other) = default;
