@@ -9,12 +9,13 @@
 #include "QAVCallbackManager.h"
 #include "QAVCommand.h"
 #include "QAVRbaUIExport.h"
+#include "QAVRef.h"
 #include "QAVUnicodeString.h"
+#include "QAVViewer.h"
 
 class QAVNotification;
 class QAVRbaLiveHUDDlg;
 class QAVRbaLiveSimpleInfoDlg;
-class QAVViewer;
 
 class QAVRBAUI_API QAVRbaLiveHUDSingleton : public QAVCommand {
   QAV_DECLARE_CLASS
@@ -56,7 +57,8 @@ class QAVRBAUI_API QAVRbaLiveHUDSingleton : public QAVCommand {
   QAVRbaLiveHUDDlg* _hud = nullptr;
   QAVRbaLiveSimpleInfoDlg* _info = nullptr;
   QAVCallback _resizeCallback = 0;
-  QAVViewer* _viewer = nullptr;
+  // Held until the display is removed: the window may drop its viewer first.
+  QAVRef<QAVViewer> _viewer;
   QAVUnicodeString _resources;
   int _total = 0;
   QAVUnicodeString _third;

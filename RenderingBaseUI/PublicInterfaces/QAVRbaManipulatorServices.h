@@ -58,6 +58,12 @@ class QAVRBAUI_API QAVRbaManipulatorServices {
   static HRESULT GetSupportSizeAndCenter(QAVOmbObjectInContext* object, QAVMathPoint& centre,
                                          QAVMathPoint& size);
 
+  // Where the support's own space lies in the scene (the space of its box and
+  // of a placement on it): the bag matrices from the scene's root down to the
+  // representation of `object`, its own included. E_FAIL with the identity
+  // when the object has no representation.
+  static HRESULT GetSupportToScene(QAVOmbObjectInContext* object, QAV4x4Matrix& toScene);
+
   // The path of the geometry selected for manipulation, kept here for the
   // placement modules (not read by these services). Starts null.
   static QAVPathElement* _selected_geometry_path;

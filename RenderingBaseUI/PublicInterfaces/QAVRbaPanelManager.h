@@ -24,6 +24,8 @@
 #ifndef QAVRbaPanelManager_h
 #define QAVRbaPanelManager_h
 
+#include <cstddef>
+#include <cstdint>
 #include <vector>
 
 #include "QAVBaseUnknown.h"
@@ -127,6 +129,7 @@ class QAVRBAUI_API QAVRbaPanelManager : public QAVBaseUnknown {
     int id;
     QAVCommand* panel;
     QAVFrmWindow* window;
+    std::uint64_t serial;  // tells a registration from an equal one
   };
   struct VNav {
     QAVFrmWindow* window;
@@ -142,9 +145,14 @@ class QAVRBAUI_API QAVRbaPanelManager : public QAVBaseUnknown {
   bool HasPanel(int id) const;  // registered on any window
   bool HasPanelOn(int id, const QAVFrmWindow* window) const;
   HRESULT Send(const char* event);
+  // Asks the panel of the registration at `index` to go, then removes that
+  // registration, wherever it is by then: the panel may unregister itself
+  // meanwhile.
+  void Close(std::size_t index);
   HRESULT SendIfAmbiencePanel(QAVFrmWindow* window, const char* event, bool needsPanel);
 
   std::vector<Registration> _panels;
+  std::uint64_t _nextSerial = 0;
   std::vector<VNav> _vnavs;
   QAVVizViewer* _observedViewer = nullptr;
   QAVCallback _backgroundCallback = 0;

@@ -2,7 +2,9 @@
 // sticker —, as the material and sticker modules keep it: a model object of
 // class "QAVRbaAppliedMaterial", "QAVRbaDecal" or "QAVStkSticker" that holds
 // its support (the part it lies on, an object in context), the mapping type,
-// the placement of the projection (an isometry in the scene's space), the
+// the placement of the projection (an isometry in the support's own space: the
+// space of the support's box, inside its representation's own matrix; the
+// scene's space when there is no support), the
 // projection's size along its X, Y and Z axes, the texture's own size, and the
 // display toggles of its manipulators.
 //

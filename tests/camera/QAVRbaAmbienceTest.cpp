@@ -48,11 +48,10 @@ class AmbienceTest : public qavtest::HostTest {
   void Thumbnail(char dir) { Touch(Studio(dir) + "/Ambience_default_HQ.png"); }
 
   static void DomeImage(const std::string& path) {
-    QAVSettingRepository* live =
-        QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kLiveRepository);
+    namespace Schema = QAVRbaRenderingSettings;
+    QAVSettingRepository* live = Schema::Open(Schema::kLiveDomeImage);
     ASSERT_NE(live, nullptr);
-    const QAVUnicodeString text(path);
-    ASSERT_EQ(live->WriteSetting("DomeImage", &text), S_OK);
+    ASSERT_EQ(Schema::Write(*live, Schema::kLiveDomeImage, QAVString(path)), S_OK);
   }
 
   struct Resolved {
@@ -195,8 +194,9 @@ TEST_F(AmbienceTest, TheUsersImageIsFoundWhereItWent) {
   Touch(fallback + "/kept.hdr");
   QAVSettingRepository* live =
       QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kLiveRepository);
-  const QAVUnicodeString text(fallback);
-  ASSERT_EQ(live->WriteSetting(QAVRbaRenderingSettings::kAmbiencePath, &text), S_OK);
+  ASSERT_EQ(QAVRbaRenderingSettings::Write(*live, QAVRbaRenderingSettings::kLiveAmbiencePath,
+                                           QAVUnicodeString(fallback)),
+            S_OK);
   EXPECT_EQ(Resolve("Custom").path, fallback + "/kept.hdr");
 
   // The old shipped image is found under its new name at level 1 only.

@@ -11,9 +11,11 @@
 #include "QAVFillDictionary.h"
 #include "QAVFrmLayout.h"
 #include "QAVFrmWindow.h"
+#include "QAVGraphicWindow.h"
 #include "QAVRbaLiveHUDDlg.h"
 #include "QAVRbaLiveHUDSingleton.h"
 #include "QAVRbaLiveSimpleInfoDlg.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVSettingRepository.h"
 #include "QAVTestSupport.h"
 
@@ -121,29 +123,50 @@ TEST_F(LiveHUDTest, PushesAreShownOnceAtTheNextIdleMoment) {
   hud->RemoveHUDDlg();
 }
 
+// A live render that stops after the user closed its 3D window: the window has
+// dropped its viewer, yet the display is removed cleanly and the resize is no
+// longer followed.
+TEST_F(LiveHUDTest, RemovedAfterTheWindowDroppedItsViewer) {
+  QAVRbaLiveHUDSingleton* hud = QAVRbaLiveHUDSingleton::Get();
+  ASSERT_NE(hud->CreateHUDDlg(320, 200), nullptr);
+  const QAVRef<QAVCallbackManager> resizes(_viewer->GetSupport()->GetCallbackManager());
+  const char* resize = QAVGraphicWindow::GRAPHICWINDOW_RESIZE();
+  ASSERT_EQ(resizes->GetCallbackCount(resize), 1);
+  _window->SetViewer(nullptr);
+  _viewer.Reset();  // the window held the last other reference
+  hud->RemoveHUDDlg();
+  EXPECT_EQ(resizes->GetCallbackCount(resize), 0);
+  EXPECT_EQ(hud->GiveHUDDlg(), nullptr);
+  Driver().Idle();
+  EXPECT_TRUE(QAVDialog::GetOpenDialogs().empty());
+}
+
 TEST_F(LiveHUDTest, AmbienceAndBackplateLines) {
   QAVRbaLiveHUDDlg* dialog = QAVRbaLiveHUDSingleton::Get()->CreateHUDDlg(320, 200);
-  dialog->SetAmbienceInfos(QAVUnicodeString("/studio/sky.hdr"));
-  EXPECT_EQ(Text("ambienceLabel"), "Ambience: /studio/sky") << "the name part, directories kept";
+  dialog->SetAmbienceInfos(QAVUnicodeString("/studio/ambiences/sky.hdr"));
+  EXPECT_EQ(Text("ambienceLabel"), "Ambience: sky") << "the file's name, without its folder";
+  dialog->SetAmbienceInfos(QAVUnicodeString("C:\\studio\\dusk.v2.hdr"));
+  EXPECT_EQ(Text("ambienceLabel"), "Ambience: dusk.v2");
   dialog->SetAmbienceInfos(QAVUnicodeString());
   EXPECT_EQ(Text("ambienceLabel"), "Ambience: ");
   // The ambience editor's temporary file shows the current ambience instead;
   // a name that begins with the marker is shown as it is.
-  QAVSettingRepository* live = QAVSettingRepository::GetRepository("RenderingLiveSettings");
+  namespace Schema = QAVRbaRenderingSettings;
+  QAVSettingRepository* live = Schema::Open(Schema::kLiveCurrentAmbience);
   ASSERT_NE(live, nullptr);
-  const QAVUnicodeString current("Evening studio");
-  ASSERT_EQ(live->WriteSetting("CurrentAmbience", &current), S_OK);
+  ASSERT_EQ(Schema::Write(*live, Schema::kLiveCurrentAmbience, QAVUnicodeString("Evening studio")),
+            S_OK);
   dialog->SetAmbienceInfos(QAVUnicodeString("/tmp/xAmbienceEditorTmp3.hdr"));
   EXPECT_EQ(Text("ambienceLabel"), "Ambience: Evening studio");
   dialog->SetAmbienceInfos(QAVUnicodeString("AmbienceEditorTmp3.hdr"));
   EXPECT_EQ(Text("ambienceLabel"), "Ambience: AmbienceEditorTmp3");
 
   dialog->SetBackplateInfos(QAVUnicodeString("plates/road.png"));
-  EXPECT_EQ(Text("backplateLabel"), "Backplate: plates/road");
+  EXPECT_EQ(Text("backplateLabel"), "Backplate: road");
   EXPECT_TRUE(Shown("backplateLabel"));
   dialog->SetBackplateInfos(QAVUnicodeString());
   EXPECT_FALSE(Shown("backplateLabel"));
-  EXPECT_EQ(Text("backplateLabel"), "Backplate: plates/road") << "hidden, not cleared";
+  EXPECT_EQ(Text("backplateLabel"), "Backplate: road") << "hidden, not cleared";
   dialog->SetResolution(1920, 1080);
   EXPECT_EQ(Text("resolutionLabel"), "Resolution: 1920 x 1080");
   QAVRbaLiveHUDSingleton::Get()->RemoveHUDDlg();

@@ -101,7 +101,7 @@ class LiveUIServicesTest : public qavtest::HostTest {
 }  // namespace
 
 TEST_F(LiveUIServicesTest, SchemaHoldsEveryRepositoryKeyTypeAndDefault) {
-  ASSERT_EQ(std::size(Schema::kRepositories), 3u);
+  ASSERT_EQ(Schema::kRenderingRepositoryCount, 3u);
   const std::string expected[] = {kLiveSettings, kBatchSettings, kNetworkSettings};
   const char* names[] = {"RenderingLiveSettings", "RenderingBatchSettings",
                          "RenderingNetworkSettings"};

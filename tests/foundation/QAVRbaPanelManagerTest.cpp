@@ -143,6 +143,45 @@ TEST_F(PanelManagerTest, RegistryAndItsWindowRules) {
   EXPECT_EQ(Driver().Idle(), 2) << "the host destroys the two closed panels";
 }
 
+// A panel that unregisters itself when it is asked to go, as a panel may from
+// its own destruction path.
+class SelfRemovingPanel : public QAVVidFraPanel {
+ public:
+  SelfRemovingPanel(int id, QAVFrmWindow* window)
+      : QAVVidFraPanel(nullptr, "self-removing"), _id(id), _window(window) {}
+  void RequestDelayedDestruction() override {
+    QAVRbaPanelManager::GetPanelManager()->RemovePanel(_id, _window);
+    QAVVidFraPanel::RequestDelayedDestruction();
+  }
+
+ private:
+  int _id;
+  QAVFrmWindow* _window;
+};
+
+TEST_F(PanelManagerTest, APanelUnregisteringItselfWhileClosedLeavesTheOthers) {
+  QAVRbaPanelManager* manager = QAVRbaPanelManager::GetPanelManager();
+  // As Panel(): the host holds one reference until the destruction it is asked for.
+  const QAVRef<SelfRemovingPanel> first(new SelfRemovingPanel(25, _w1.get()));
+  QAVVidFraPanel* after = Panel("after");
+  ASSERT_EQ(manager->AddPanel(25, first.get(), _w1.get()), S_OK);
+  ASSERT_EQ(manager->AddPanel(26, after, _w1.get()), S_OK);
+  EXPECT_EQ(manager->ClosePanel(25, _w1.get()), S_OK);
+  EXPECT_TRUE(first->IsDestructionRequested());
+  EXPECT_EQ(manager->GetPanel(25, _w1.get()), nullptr);
+  EXPECT_EQ(manager->GetPanel(26, _w1.get()), after) << "the registration after it is kept";
+
+  // The only registration of its id, closed by id alone.
+  const QAVRef<SelfRemovingPanel> only(new SelfRemovingPanel(40, _w2.get()));
+  ASSERT_EQ(manager->AddPanel(40, only.get(), _w2.get()), S_OK);
+  EXPECT_EQ(manager->CloseAllPanels(40), S_OK);
+  EXPECT_TRUE(only->IsDestructionRequested());
+  EXPECT_FALSE(manager->IsPanelOpen(40, _w2.get()));
+  EXPECT_EQ(manager->GetPanel(26, _w1.get()), after);
+  EXPECT_FALSE(after->IsDestructionRequested());
+  EXPECT_EQ(Driver().Idle(), 2);
+}
+
 TEST_F(PanelManagerTest, EventsGoToTheirListeners) {
   QAVRbaPanelManager* manager = QAVRbaPanelManager::GetPanelManager();
   QAVRdgAmbienceUpdate::GetCalls(true);
@@ -257,7 +296,7 @@ TEST_F(PanelManagerTest, TheViewersBackgroundAndDestruction) {
   QAVSettingRepository* live =
       QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kLiveRepository);
   QAVString dome;
-  live->ReadSetting("DomeImage", &dome);
+  QAVRbaRenderingSettings::Read(*live, QAVRbaRenderingSettings::kLiveDomeImage, dome);
   EXPECT_EQ(dome.str(), studio.string() + "/exterior_plaza_1_4K.hdr");
   EXPECT_TRUE(custom[0]->GetVisibleFlag());
   EXPECT_EQ(selectStarts, 0);
@@ -274,7 +313,7 @@ TEST_F(PanelManagerTest, TheViewersBackgroundAndDestruction) {
   viz->SetInfiniteEnvironmentRootName("Custom");
   EXPECT_TRUE(custom[1]->GetVisibleFlag());
   EXPECT_EQ(selectStarts, 1);
-  live->ReadSetting("DomeImage", &dome);
+  QAVRbaRenderingSettings::Read(*live, QAVRbaRenderingSettings::kLiveDomeImage, dome);
   EXPECT_EQ(dome.str(), studio.string() + "/studio_spot_1_2K.hdr");
   EXPECT_EQ(QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kLiveRepository)
                 ->GetSettingTexts("DomeImage"),

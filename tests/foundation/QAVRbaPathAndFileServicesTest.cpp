@@ -34,12 +34,11 @@ class PathAndFileServicesTest : public qavtest::HostTest {
     fs::create_directories(fs::path(path).parent_path());
     std::ofstream(path) << "x";
   }
-  static void LiveSetting(const char* key, const std::string& value) {
-    QAVSettingRepository* live =
-        QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kLiveRepository);
+  static void LiveSetting(const QAVRbaRenderingSettings::Key<QAVUnicodeString>& key,
+                          const std::string& value) {
+    QAVSettingRepository* live = QAVRbaRenderingSettings::Open(key);
     ASSERT_NE(live, nullptr);
-    const QAVUnicodeString text(value);
-    ASSERT_EQ(live->WriteSetting(key, &text), S_OK);
+    ASSERT_EQ(QAVRbaRenderingSettings::Write(*live, key, QAVUnicodeString(value)), S_OK);
   }
   static std::string Backplate(const char* name) {
     QAVUnicodeString found("<none>");
@@ -140,7 +139,7 @@ TEST_F(PathAndFileServicesTest, BackplateSearchOrder) {
   EXPECT_EQ(Backplate(""), "<none>");
 
   // The fallback directory, tried after the graphic directories.
-  LiveSetting(QAVRbaRenderingSettings::kBackplatePath, fallback);
+  LiveSetting(QAVRbaRenderingSettings::kLiveBackplatePath, fallback);
   Touch(fallback + "/last.hdr");
   EXPECT_EQ(Backplate("last.HDR"), fallback + "/last.hdr");
   Touch(fallback + "/sky.hdr");
@@ -157,7 +156,7 @@ TEST_F(PathAndFileServicesTest, BackplateWithOneGraphicDirectoryGoesToTheFallbac
   Touch(only + "/backplates/plate.png");
   GraphicPath(only);
   EXPECT_EQ(Backplate("plate.png"), "<none>");
-  LiveSetting(QAVRbaRenderingSettings::kBackplatePath, fallback);
+  LiveSetting(QAVRbaRenderingSettings::kLiveBackplatePath, fallback);
   Touch(fallback + "/plate.png");
   EXPECT_EQ(Backplate("plate.png"), fallback + "/plate.png");
   // A name without a dot is looked for with a trailing dot.
@@ -166,7 +165,7 @@ TEST_F(PathAndFileServicesTest, BackplateWithOneGraphicDirectoryGoesToTheFallbac
 
   // Without "QAVGraphicPath", and without the live repository, nothing breaks.
   GraphicPath(std::nullopt);  // resets the settings too
-  LiveSetting(QAVRbaRenderingSettings::kBackplatePath, fallback);
+  LiveSetting(QAVRbaRenderingSettings::kLiveBackplatePath, fallback);
   EXPECT_EQ(Backplate("plate.png"), fallback + "/plate.png");
   QAVSettingRepository::SetAvailable(QAVRbaRenderingSettings::kLiveRepository, false);
   EXPECT_EQ(Backplate("plate.png"), "<none>");
@@ -188,7 +187,7 @@ TEST_F(PathAndFileServicesTest, TextureSearchOrder) {
   EXPECT_EQ(Texture("sky.hdr"), "<none>");
   EXPECT_EQ(Texture(""), "<none>");
 
-  LiveSetting(QAVRbaRenderingSettings::kAmbiencePath, fallback);
+  LiveSetting(QAVRbaRenderingSettings::kLiveAmbiencePath, fallback);
   Touch(fallback + "/sky.hdr");
   EXPECT_EQ(Texture("sky.hdr"), fallback + "/sky.hdr");
   Touch(fallback + "/ambiences/cloud.hdr");

@@ -29,10 +29,15 @@ class SettingsCliTest : public qavtest::HostTest {
 }  // namespace
 
 TEST_F(SettingsCliTest, InitThenTypedGetAndSet) {
-  Run run = Qavrba("set RenderingLiveSettings DPI 300");
-  EXPECT_EQ(run.status, 1);
-  EXPECT_NE(run.err.find("qavrba settings init"), std::string::npos) << run.err;
+  // Before anything is declared, a key of the schema is set with its type; a
+  // key that only reads creates nothing.
+  Run run = Qavrba("get RenderingLiveSettings Gamma");
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out, "2.2\n");
   EXPECT_FALSE(fs::exists(LiveFile()));
+  run = Qavrba("set RenderingLiveSettings DPI 300");
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(qavtest::ReadFile(LiveFile()), "QAVHostSettings 1\nDPI\tint\t1\t300\n");
 
   run = Qavrba("init");
   ASSERT_EQ(run.status, 0) << run.err;
@@ -45,7 +50,7 @@ TEST_F(SettingsCliTest, InitThenTypedGetAndSet) {
       {"Gamma 1.5x", "\"1.5x\" is not a finite float"},
       {"DPI 99999999999", "out of range for an int"},
       {"Units", "values is required"},
-      {"NoSuchKey 1", "is not declared"},
+      {"NoSuchKey 1", "unknown key 'NoSuchKey'"},
   };
   for (const auto& [arguments, says] : refused) {
     run = Qavrba(std::string("set RenderingLiveSettings ") + arguments);
@@ -80,7 +85,7 @@ TEST_F(SettingsCliTest, InitThenTypedGetAndSet) {
   // What the program saved is what the library reads.
   ResetProcessState();
   int dpi = 0;
-  EXPECT_EQ(QAVSettingRepository::GetRepository("RenderingLiveSettings")->ReadAttr("DPI", &dpi),
+  EXPECT_EQ(QAVSettingRepository::GetRepository("RenderingLiveSettings")->ReadAttr("DPI", &dpi, 1),
             S_OK);
   EXPECT_EQ(dpi, 300);
 

@@ -51,12 +51,12 @@ class ScreenProfileObserverTest : public qavtest::HostTest {
   static QAVSettingRepository* Options() {
     return QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kOptionsRepository);
   }
-  static void Set(const char* key, int value) {
-    ASSERT_EQ(Options()->WriteSetting(key, &value, 1), S_OK);
+  static void Set(const QAVRbaRenderingSettings::Key<int>& key, int value) {
+    ASSERT_EQ(QAVRbaRenderingSettings::Write(*Options(), key, value), S_OK);
   }
-  static void Set(const char* key, const std::string& value) {
-    const QAVUnicodeString text(value);
-    ASSERT_EQ(Options()->WriteSetting(key, &text, 1), S_OK);
+  static void Set(const QAVRbaRenderingSettings::Key<QAVUnicodeString>& key,
+                  const std::string& value) {
+    ASSERT_EQ(QAVRbaRenderingSettings::Write(*Options(), key, QAVUnicodeString(value)), S_OK);
   }
   static std::vector<std::string> Shown() {
     std::vector<std::string> texts;
@@ -88,7 +88,7 @@ TEST_F(ScreenProfileObserverTest, SettingChangesAndRefusalsUntilDestroyed) {
   CreateObserver();
   EXPECT_EQ(callbacks->GetCallbackCount(QAVSettingRepository::ModifiedEvent()), before + 1);
 
-  Set(QAVRbaRenderingSettings::kProfileCombo, 1);
+  Set(QAVRbaRenderingSettings::kOptionsProfileCombo, 1);
   ASSERT_EQ(_calls.size(), 1u);
   EXPECT_EQ(_calls[0], _viewer.get());
   EXPECT_TRUE(Shown().empty());
@@ -104,7 +104,7 @@ TEST_F(ScreenProfileObserverTest, SettingChangesAndRefusalsUntilDestroyed) {
 
   // Without a current window there is nobody to refresh.
   _layout->SetCurrentWindow(nullptr);
-  Set(QAVRbaRenderingSettings::kProfileCombo, 0);
+  Set(QAVRbaRenderingSettings::kOptionsProfileCombo, 0);
   QAVFrmLayout::SetCurrentLayout(nullptr);
   _observer->updateProfile();
   EXPECT_EQ(_calls.size(), 4u);
@@ -113,36 +113,37 @@ TEST_F(ScreenProfileObserverTest, SettingChangesAndRefusalsUntilDestroyed) {
   EXPECT_EQ(callbacks->GetCallbackCount(QAVSettingRepository::ModifiedEvent()), before);
   QAVFrmLayout::SetCurrentLayout(_layout.get());
   _layout->SetCurrentWindow(_window.get());
-  Set(QAVRbaRenderingSettings::kProfileCombo, 3);
+  Set(QAVRbaRenderingSettings::kOptionsProfileCombo, 3);
   EXPECT_EQ(_calls.size(), 4u);
 }
 
 TEST_F(ScreenProfileObserverTest, ChosenProfileFileMustBeThere) {
   // Chosen before the observer exists; a later change of any setting reacts.
-  Set(QAVRbaRenderingSettings::kProfileCombo, 2);
-  Set(QAVRbaRenderingSettings::kProfileFileBrowse, _scratch.str() + "/missing.icc");
+  Set(QAVRbaRenderingSettings::kOptionsProfileCombo, 2);
+  Set(QAVRbaRenderingSettings::kOptionsProfileFileBrowse, _scratch.str() + "/missing.icc");
   CreateObserver();
-  Set("Unrelated", 1);
+  const int one = 1;
+  ASSERT_EQ(Options()->WriteSetting("Unrelated", &one, 1), S_OK);
   EXPECT_TRUE(_calls.empty());
   EXPECT_EQ(Shown(), std::vector<std::string>{CatalogText("MissingProfileMessage")});
 
   // No path at all is missing too.
   QAVNotificationDialog::ClearShownMessages();
-  Set(QAVRbaRenderingSettings::kProfileFileBrowse, "");
+  Set(QAVRbaRenderingSettings::kOptionsProfileFileBrowse, "");
   EXPECT_TRUE(_calls.empty());
   EXPECT_EQ(Shown().size(), 1u);
 
   // The file exists: the owner is asked to refresh.
   QAVNotificationDialog::ClearShownMessages();
   const std::string file = _scratch.Write("screen.icc", "profile bytes").string();
-  Set(QAVRbaRenderingSettings::kProfileFileBrowse, file);
+  Set(QAVRbaRenderingSettings::kOptionsProfileFileBrowse, file);
   EXPECT_EQ(_calls.size(), 1u);
   EXPECT_TRUE(Shown().empty());
 
   // Another choice than a file does not look at the path.
-  Set(QAVRbaRenderingSettings::kProfileFileBrowse,
+  Set(QAVRbaRenderingSettings::kOptionsProfileFileBrowse,
       _scratch.str() + "/missing.icc");  // still 2: missing
-  Set(QAVRbaRenderingSettings::kProfileCombo, 1);
+  Set(QAVRbaRenderingSettings::kOptionsProfileCombo, 1);
   EXPECT_EQ(_calls.size(), 2u);
   EXPECT_EQ(Shown().size(), 1u);
 }
@@ -152,7 +153,7 @@ TEST_F(ScreenProfileObserverTest, WithoutRepositoryUpdateIsFatal) {
   CreateObserver();
   // Nothing subscribed: changes of the repository, once it exists, do not reach it.
   QAVSettingRepository::SetAvailable(QAVRbaRenderingSettings::kOptionsRepository, true);
-  Set(QAVRbaRenderingSettings::kProfileCombo, 1);
+  Set(QAVRbaRenderingSettings::kOptionsProfileCombo, 1);
   EXPECT_TRUE(_calls.empty());
   EXPECT_DEATH(_observer->updateProfile(),
                "Fatal error: AssertionFailed:_repository \\(QAVRbaScreenProfileObserver:68\\)");

@@ -68,11 +68,10 @@ class ColorManagementTest : public qavtest::HostTest {
     ASSERT_EQ(profile->SaveToFile(QAVUnicodeString((_iccDir / name).string())), S_OK);
   }
   static void SelectProfile(int index) {
-    QAVSettingRepository* live =
-        QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kLiveRepository);
+    namespace Schema = QAVRbaRenderingSettings;
+    QAVSettingRepository* live = Schema::Open(Schema::kLiveColorProfileSelectedIndex);
     ASSERT_NE(live, nullptr);
-    ASSERT_EQ(live->WriteSetting(QAVRbaRenderingSettings::kColorProfileSelectedIndex, &index, 1),
-              S_OK);
+    ASSERT_EQ(Schema::Write(*live, Schema::kLiveColorProfileSelectedIndex, index), S_OK);
   }
   static std::string WorkingFile() {
     QAVMMColorProfile* working = QAVRbaColorProfile::GetWorkingColorProfile();

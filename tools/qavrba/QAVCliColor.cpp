@@ -35,6 +35,7 @@
 #include "QAVMMColorProfile.h"
 #include "QAVRbaColorProfile.h"
 #include "QAVRbaImageServices.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVRef.h"
 #include "QAVSettingRepository.h"
 #include "QAVVisuTextureData.h"
@@ -97,19 +98,23 @@ int Profiles() {
 // (index), screen `screen` (null: sRGB). Returns 0, or the CLI failure.
 int Manage(int working, QAVMMColorProfile* screen, QAVVisuTextureData& texture,
            std::string& summary) {
-  QAVSettingRepository* live = QAVSettingRepository::GetRepository("RenderingLiveSettings");
-  if (!live) return qavcli::Fail("the setting repository RenderingLiveSettings is not available");
+  namespace Schema = QAVRbaRenderingSettings;
+  const auto& key = Schema::kLiveColorProfileSelectedIndex;
+  QAVSettingRepository* live = Schema::Open(key);
+  if (!live)
+    return qavcli::Fail(std::string("the setting repository ") + key.repository +
+                        " is not available");
   // The choice is made in memory for this run; the previous value is put back.
   int previous = 0;
-  const bool stored = SUCCEEDED(live->ReadAttr("ColorProfileSelectedIndex", &previous, 1));
-  if (FAILED(live->WriteSetting("ColorProfileSelectedIndex", &working, 1)))
-    return qavcli::Fail("ColorProfileSelectedIndex of RenderingLiveSettings is not an int");
+  const bool stored = SUCCEEDED(Schema::ReadAttr(*live, key, previous));
+  if (FAILED(Schema::Write(*live, key, working)))
+    return qavcli::Fail(std::string(key.name()) + " of " + key.repository + " is not an int");
   struct Restore {
     QAVSettingRepository* live;
     bool stored;
     int previous;
     ~Restore() {
-      if (stored) live->WriteSetting("ColorProfileSelectedIndex", &previous, 1);
+      if (stored) Schema::Write(*live, Schema::kLiveColorProfileSelectedIndex, previous);
     }
   } restore{live, stored, previous};
 

@@ -78,8 +78,8 @@ void TourSettings() {
   Section("Rendering settings");
   const HRESULT hr = QAVRbaLiveUIServices::InitSettings();
   std::printf("InitSettings: %s\n", hr == S_OK ? "S_OK" : "E_FAIL");
-  for (const auto& schema : QAVRbaRenderingSettings::kRepositories) {
-    const char* name = schema.name;
+  for (std::size_t i = 0; i < QAVRbaRenderingSettings::kRenderingRepositoryCount; ++i) {
+    const char* name = QAVRbaRenderingSettings::kRepositories[i].name;
     QAVSettingRepository* repository = QAVSettingRepository::GetRepository(name);
     if (!repository) continue;
     repository->SaveRepository();
@@ -90,9 +90,9 @@ void TourSettings() {
   QAVSettingRepository* live =
       QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kLiveRepository);
   for (const char* key : {"DomeImage", "ShutterTime", "Gamma", "DPI"}) {
-    QAVUnicodeString text;
-    if (live && SUCCEEDED(live->ReadAttribute(key, text)))
-      std::printf("  RenderingLiveSettings.%-12s = %s\n", key, text.c_str());
+    const std::vector<std::string> texts =
+        live ? live->GetSettingTexts(key) : std::vector<std::string>();
+    if (!texts.empty()) std::printf("  RenderingLiveSettings.%-12s = %s\n", key, texts[0].c_str());
   }
 }
 

@@ -46,9 +46,9 @@ void DemoPanels(QAVHostDriver& driver) {
   if (QAVVizViewer* viz = viewer ? viewer->GetVizViewer() : nullptr) {
     viz->SetInfiniteEnvironmentRootName(QAVString("City"));
     QAVString dome;
-    if (QAVSettingRepository* live =
-            QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kLiveRepository))
-      live->ReadSetting("DomeImage", &dome);
+    namespace Schema = QAVRbaRenderingSettings;
+    if (QAVSettingRepository* live = Schema::Open(Schema::kLiveDomeImage))
+      Schema::Read(*live, Schema::kLiveDomeImage, dome);
     std::printf("  background \"City\": dome image %s\n", dome.IsEmpty() ? "-" : dome.c_str());
   }
   driver.StopRecording();

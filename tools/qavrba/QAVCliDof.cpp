@@ -14,6 +14,7 @@
 #include "QAVPickPath.h"
 #include "QAVPngFile.h"
 #include "QAVRbaLiveUIServices.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVSettingRepository.h"
 #include "QAVViewRenderer.h"
 
@@ -112,13 +113,16 @@ int Focus(const FocusOptions& options) {
   const std::unique_ptr<QAVHostDriver> driver = qavcli::OpenScene(options.scene);
   if (!driver) return 1;
   // The camera's settings for this run only: never saved.
-  QAVSettingRepository* camera = QAVSettingRepository::GetRepository("QAVRbaCliFocusCamera");
+  QAVSettingRepository* camera =
+      QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kScratchCameraRepository);
   if (!camera) return qavcli::Fail("no setting repository for the camera");
-  camera->WriteSetting("Autofocus", &options.mode);
-  camera->WriteSetting("FocalDistance", &options.distance);
-  const char* keys[] = {"FocalPointX", "FocalPointY", "FocalPointZ"};
+  namespace Schema = QAVRbaRenderingSettings;
+  Schema::Write(*camera, Schema::kLiveAutofocus, options.mode);
+  Schema::Write(*camera, Schema::kLiveFocalDistance, options.distance);
+  const Schema::Key<float>* keys[] = {&Schema::kLiveFocalPointX, &Schema::kLiveFocalPointY,
+                                      &Schema::kLiveFocalPointZ};
   for (std::size_t i = 0; i < options.point.size() && i < 3; ++i)
-    camera->WriteSetting(keys[i], &options.point[i]);
+    Schema::Write(*camera, *keys[i], options.point[i]);
   QAV3DViewer* viewer = driver->GetSceneViewer();
   float distance = 0.0F;
   if (FAILED(QAVRbaLiveUIServices::SetFocusOnViewpoint(viewer, camera, distance)))

@@ -17,6 +17,7 @@
 #include "QAVRbaLiveHUDSingleton.h"
 #include "QAVRbaLiveUIServices.h"
 #include "QAVRbaPhotoDataInit.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVSettingRepository.h"
 #include "QAVViewRenderer.h"
 
@@ -170,7 +171,8 @@ int DemoScene(const std::string& resourcesDir) {
       std::printf("  %s \"%s\" at %.1f mm", object->IsA(), object->GetAlias().ToString().c_str(),
                   path->GetDistance());
   std::printf("\n");
-  QAVSettingRepository* camera = QAVSettingRepository::GetRepository("QAVRbaDemoCamera");
+  QAVSettingRepository* camera =
+      QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kScratchCameraRepository);
   float distance = 0.0F;
   if (camera && SUCCEEDED(QAVRbaLiveUIServices::SetFocusOnViewpoint(driver->GetSceneViewer(),
                                                                     camera, distance)))

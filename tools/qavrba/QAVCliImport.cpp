@@ -24,6 +24,7 @@
 #include "QAVRbaMaterialCatalogImporterCmd.h"
 #include "QAVRbaMaterialCatalogImporterItem.h"
 #include "QAVRbaMaterialCatalogImporterPanel.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVSettingRepository.h"
 #include "QAVVidFraMessageBox.h"
 #include "QAVWidgetInput.h"
@@ -58,12 +59,13 @@ class ImportSession {
     auto window = QAVMakeRef<QAVFrmWindow>("3D");
     layout->AddWindow(window.get());
     layout->SetCurrentWindow(window.get());
-    QAVSettingRepository* settings = QAVSettingRepository::GetRepository("ContentInstallPathRepo");
+    namespace Schema = QAVRbaRenderingSettings;
+    QAVSettingRepository* settings = Schema::Open(Schema::kContentInstallPathKey);
     QAVUnicodeString path(content.c_str());
-    if (path.IsEmpty() && settings) settings->ReadSetting("QAVContentInstallPath", &path);
+    if (path.IsEmpty() && settings) Schema::Read(*settings, Schema::kContentInstallPathKey, path);
     if (path.IsEmpty()) path = QAVUnicodeString((resources + "/content").c_str());
     // In memory only: the user's stored setting is left as it is.
-    if (settings) settings->WriteSetting("QAVContentInstallPath", &path);
+    if (settings) Schema::Write(*settings, Schema::kContentInstallPathKey, path);
     std::printf("content installation path: %s\n", path.c_str());
     _imageDirs = {path.ToNarrow() + "/resources/graphic", resources + "/graphic/importer"};
   }

@@ -160,15 +160,10 @@ std::string Projection(const View& view, const QAVRbaTexturePlacement& placement
   return svg;
 }
 
-// The bag matrices from the scene's root down to the support's representation,
-// its own included (the representation is borrowed).
+// Where the support's own space lies in the scene.
 QAV4x4Matrix SupportToScene(QAVOmbObjectInContext* support) {
   QAV4x4Matrix toScene;
-  QAV3DRep* rep = nullptr;
-  if (FAILED(QAVRbaManipulatorServices::GetPointed3DRep(support, rep))) return toScene;
-  for (const QAV3DRep* at = rep; at; at = at->GetFather())
-    if (const auto* bag = dynamic_cast<const QAV3DBagRep*>(at); bag && bag->GetMatrix())
-      toScene = *bag->GetMatrix() * toScene;
+  QAVRbaManipulatorServices::GetSupportToScene(support, toScene);
   return toScene;
 }
 

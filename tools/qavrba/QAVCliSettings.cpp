@@ -35,20 +35,52 @@ std::string Quoted(const std::string& text) {
   return out + "\"";
 }
 
-QAVSettingRepository* Open(const std::string& name) {
-  return QAVSettingRepository::GetRepository(QAVString(name), 0, 1, nullptr);
+namespace Schema = QAVRbaRenderingSettings;
+
+// The names of the repositories the program knows, for messages.
+std::string KnownRepositories() {
+  std::string names;
+  for (const Schema::Repository& schema : Schema::kRepositories)
+    names += std::string(names.empty() ? "" : ", ") + schema.name;
+  return names;
 }
 
-int NotDeclared(const std::string& repository, const std::string& key) {
-  return qavcli::Fail("the key '" + key + "' is not declared in " + repository +
-                      " (run `qavrba settings init` to declare the rendering settings)");
+// A repository of the schema; a name it does not know is refused rather than
+// opened as a new, empty repository.
+QAVSettingRepository* Open(const std::string& name, int& status) {
+  if (!Schema::FindRepository(name)) {
+    status = qavcli::Fail("unknown setting repository '" + name +
+                          "' (known: " + KnownRepositories() + ")");
+    return nullptr;
+  }
+  QAVSettingRepository* repository =
+      QAVSettingRepository::GetRepository(QAVString(name), 0, 1, nullptr);
+  if (!repository) status = qavcli::Fail("the setting repository '" + name + "' is not available");
+  return repository;
+}
+
+// Makes sure a key of the schema is stored, declared with its type and default
+// when it is not yet (in memory: nothing is saved by this alone). False, with
+// the failure reported in `status`, for a key the schema does not know and that
+// is not stored either.
+bool Known(QAVSettingRepository& repository, const std::string& key, int& status) {
+  if (repository.GetSettingType(key.c_str()) != QAVSettingType::None) return true;
+  const std::string name = repository.GetName().str();
+  if (const Schema::Setting* setting = Schema::Find(name, key)) {
+    if (SUCCEEDED(Schema::Declare(repository, *setting))) return true;
+  }
+  status = qavcli::Fail("unknown key '" + key + "' in " + name + " (`qavrba settings show " + name +
+                        "` lists its keys)");
+  return false;
 }
 
 int Init() {
   if (FAILED(QAVRbaLiveUIServices::InitSettings()))
     return qavcli::Fail("none of the rendering setting repositories exists");
-  for (const auto& schema : QAVRbaRenderingSettings::kRepositories) {
-    QAVSettingRepository* repository = Open(schema.name);
+  for (std::size_t i = 0; i < Schema::kRenderingRepositoryCount; ++i) {
+    const Schema::Repository& schema = Schema::kRepositories[i];
+    QAVSettingRepository* repository =
+        QAVSettingRepository::GetRepository(schema.name, 0, 1, nullptr);
     if (!repository) continue;
     if (FAILED(repository->SaveRepository()))
       return qavcli::Fail(std::string("cannot save ") + schema.name);
@@ -75,11 +107,12 @@ void ShowRepository(QAVSettingRepository& repository) {
 int Show(const std::string& only) {
   std::vector<std::string> names;
   if (!only.empty()) names.push_back(only);
-  for (const auto& schema : QAVRbaRenderingSettings::kRepositories)
-    if (only.empty()) names.emplace_back(schema.name);
+  for (std::size_t i = 0; only.empty() && i < Schema::kRenderingRepositoryCount; ++i)
+    names.emplace_back(Schema::kRepositories[i].name);
   for (std::size_t i = 0; i < names.size(); ++i) {
-    QAVSettingRepository* repository = Open(names[i]);
-    if (!repository) return qavcli::Fail("no setting repository '" + names[i] + "'");
+    int status = 0;
+    QAVSettingRepository* repository = Open(names[i], status);
+    if (!repository) return status;
     if (i) std::printf("\n");
     ShowRepository(*repository);
   }
@@ -87,10 +120,9 @@ int Show(const std::string& only) {
 }
 
 int Get(const std::string& name, const std::string& key) {
-  QAVSettingRepository* repository = Open(name);
-  if (!repository) return qavcli::Fail("no setting repository '" + name + "'");
-  if (repository->GetSettingType(key.c_str()) == QAVSettingType::None)
-    return NotDeclared(name, key);
+  int status = 0;
+  QAVSettingRepository* repository = Open(name, status);
+  if (!repository || !Known(*repository, key, status)) return status;
   for (const std::string& value : repository->GetSettingTexts(key.c_str()))
     std::printf("%s\n", value.c_str());
   return 0;
@@ -99,10 +131,10 @@ int Get(const std::string& name, const std::string& key) {
 // A key keeps its number of values unless the user asks for a list.
 int Set(const std::string& name, const std::string& key, const std::vector<std::string>& values,
         bool list) {
-  QAVSettingRepository* repository = Open(name);
-  if (!repository) return qavcli::Fail("no setting repository '" + name + "'");
+  int status = 0;
+  QAVSettingRepository* repository = Open(name, status);
+  if (!repository || !Known(*repository, key, status)) return status;
   const QAVSettingType type = repository->GetSettingType(key.c_str());
-  if (type == QAVSettingType::None) return NotDeclared(name, key);
   const int count = repository->GetSettingCount(key.c_str());
   if (!list && static_cast<int>(values.size()) != count)
     return qavcli::Fail(name + " " + key + " holds " + std::to_string(count) + " value" +
@@ -141,17 +173,17 @@ void Setup(CLI::App& program) {
   auto key = std::make_shared<std::string>();
   CLI::App* get = settings->add_subcommand("get", "The values of a key, one per line.");
   get->add_option("repository", *repository, "A setting repository")->required();
-  get->add_option("key", *key, "A declared key")->required();
+  get->add_option("key", *key, "A key of the repository")->required();
   qavcli::OnRun(get, [repository, key] { return Get(*repository, *key); });
 
   auto values = std::make_shared<std::vector<std::string>>();
   auto list = std::make_shared<bool>(false);
   CLI::App* set = settings->add_subcommand(
       "set",
-      "Set a declared key, one VALUE per element, checked against its stored type and number of "
-      "values, and save the repository.");
+      "Set a key, one VALUE per element, checked against its type and number of values, and "
+      "save the repository. A key that is not stored yet is declared first with its type.");
   set->add_option("repository", *repository, "A setting repository")->required();
-  set->add_option("key", *key, "A declared key")->required();
+  set->add_option("key", *key, "A key of the repository")->required();
   set->add_option("values", *values, "The values")->required();
   set->add_flag("--list", *list, "Store the values given as a list, whatever their number");
   qavcli::OnRun(set,

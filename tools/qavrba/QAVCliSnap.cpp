@@ -15,6 +15,7 @@
 #include "QAVCliPicture.h"
 #include "QAVCliScene.h"
 #include "QAVPixelImage.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVRbaSnapManipulator.h"
 #include "QAVRbaSnapManipulatorNotification.h"
 #include "QAVSettingRepository.h"
@@ -65,12 +66,12 @@ void PrintVector(const char* label, const QAVMathVector& v) {
 // The gizmo shows unless the user's settings turn it off: a "LightManipMode"
 // that is not stored is taken as on, for this run only.
 bool GizmoWanted() {
-  QAVSettingRepository* options = QAVSettingRepository::GetRepository("RenderingOptionsSettings");
+  namespace Schema = QAVRbaRenderingSettings;
+  QAVSettingRepository* options = Schema::Open(Schema::kOptionsLightManipMode);
   if (!options) return false;
   int mode = 0;
-  if (SUCCEEDED(options->ReadAttr("LightManipMode", &mode, 1))) return mode != 0;
-  const int on = 1;
-  return SUCCEEDED(options->WriteSetting("LightManipMode", &on));
+  if (SUCCEEDED(Schema::ReadAttr(*options, Schema::kOptionsLightManipMode, mode))) return mode != 0;
+  return SUCCEEDED(Schema::Write(*options, Schema::kOptionsLightManipMode, 1));
 }
 
 // The frame the gizmo shows: its matrix's columns.

@@ -47,6 +47,9 @@ class QAVHOST_API QAV4x4Matrix {
   double Determinant3x3() const;
   // The inverse of the transpose of the linear part, for normals.
   QAV4x4Matrix NormalMatrix() const;
+  // The inverse of an affine transformation (its last row 0 0 0 1); the
+  // identity when the linear part is singular.
+  QAV4x4Matrix AffineInverse() const;
 
   friend bool operator==(const QAV4x4Matrix& a, const QAV4x4Matrix& b) { return a._m == b._m; }
 

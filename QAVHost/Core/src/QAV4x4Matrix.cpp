@@ -1,6 +1,7 @@
 #include "QAV4x4Matrix.h"
 
 #include <cmath>
+#include <cstddef>
 
 QAV4x4Matrix::QAV4x4Matrix() : _m{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1} {}
 
@@ -69,4 +70,20 @@ QAV4x4Matrix QAV4x4Matrix::NormalMatrix() const {
                                                    0,
                                                    1};
   return QAV4x4Matrix(inverseTranspose);
+}
+
+QAV4x4Matrix QAV4x4Matrix::AffineInverse() const {
+  if (Determinant3x3() == 0.0) return {};
+  // The inverse of the linear part is the transpose of the normal matrix; the
+  // translation goes back through it.
+  const QAV4x4Matrix n = NormalMatrix();
+  std::array<double, 16> inverse{};
+  for (std::size_t r = 0; r < 3; ++r) {
+    double* row = &inverse[r * 4];
+    for (std::size_t c = 0; c < 3; ++c)
+      row[c] = n(static_cast<int>(c), static_cast<int>(r));
+    row[3] = -(row[0] * _m[3] + row[1] * _m[7] + row[2] * _m[11]);
+  }
+  inverse[15] = 1;
+  return QAV4x4Matrix(inverse);
 }

@@ -38,12 +38,12 @@ void Convert(QAVPixelImage& image, const QAVRef<QAVMMColorProfile>& working,
 }  // namespace
 
 HRESULT QAVRbaColorProfile::UpdateWorkingColorProfile() {
-  QAVSettingRepository* live =
-      QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kLiveRepository);
+  namespace Schema = QAVRbaRenderingSettings;
+  QAVSettingRepository* live = Schema::Open(Schema::kLiveColorProfileSelectedIndex);
   if (!live) return E_FAIL;
 
   int index = _colorProfileSelectedIdx;
-  if (FAILED(live->ReadSetting(QAVRbaRenderingSettings::kColorProfileSelectedIndex, &index, 1))) {
+  if (FAILED(Schema::ReadWithDefault(*live, Schema::kLiveColorProfileSelectedIndex, index))) {
     if (_colorProfileSelectedIdx == 0) _workingColorProfile.Reset();
     return S_OK;
   }

@@ -28,11 +28,11 @@ QAVUnicodeString Join(const QAVUnicodeString& directory, const QAVUnicodeString&
   return directory + kPathSeparator + name;
 }
 
-QAVUnicodeString LiveSystemSetting(const char* key) {
+QAVUnicodeString LiveSystemSetting(const QAVRbaRenderingSettings::Key<QAVUnicodeString>& key) {
   QAVUnicodeString value;
-  QAVSysSettingRepository* settings =
-      QAVSysSettingRepository::GetSettingRepository(QAVRbaRenderingSettings::kLiveRepository);
-  if (settings) settings->ReadAttribute(key, value);
+  if (QAVSysSettingRepository* settings =
+          QAVSysSettingRepository::GetSettingRepository(key.repository))
+    QAVRbaRenderingSettings::ReadAttr(*settings, key, value);
   return value;
 }
 

@@ -4,6 +4,7 @@
 #define QAVRbaGraphicPath_h
 
 #include "QAVListValQAVUnicodeString.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVUnicodeString.h"
 
 namespace qavrba {
@@ -21,9 +22,9 @@ bool HasGraphicPath();
 bool Exists(const QAVUnicodeString& path);
 // `directory` + "/" + `name`, as text.
 QAVUnicodeString Join(const QAVUnicodeString& directory, const QAVUnicodeString& name);
-// The value stored under `key` in the system setting repository
-// "RenderingLiveSettings", or empty when the repository or the value is missing.
-QAVUnicodeString LiveSystemSetting(const char* key);
+// The text stored under `key` in its system setting repository, or empty when
+// the repository or the value is missing.
+QAVUnicodeString LiveSystemSetting(const QAVRbaRenderingSettings::Key<QAVUnicodeString>& key);
 
 }  // namespace qavrba
 

@@ -4,6 +4,7 @@
 
 #include "QAVMsgCatalog.h"
 #include "QAVRbaImageServices.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVSettingRepository.h"
 
 namespace {
@@ -17,11 +18,14 @@ QAVUnicodeString Message(const char* key, const QAVUnicodeString* parameters = n
 
 QAVUnicodeString Decimal(int value) { return QAVUnicodeString(std::to_string(value).c_str()); }
 
+// The file's name without its folder and extension: "/a/b/sky.hdr" gives "sky".
 QAVUnicodeString NamePart(const QAVUnicodeString& path) {
   QAVUnicodeString base;
   QAVUnicodeString extension;
   if (!path.IsEmpty()) QAVRbaImageServices::SplitPath(path, base, extension);
-  return base;
+  const std::string& text = base.str();
+  const std::size_t slash = text.find_last_of("/\\");
+  return slash == std::string::npos ? base : QAVUnicodeString(text.substr(slash + 1));
 }
 
 }  // namespace
@@ -57,8 +61,9 @@ void QAVRbaLiveHUDDlg::SetAmbienceInfos(const QAVUnicodeString& path) const {
   QAVUnicodeString name = NamePart(path);
   // A match at the very first character does not count.
   if (name.SearchSubString(QAVUnicodeString("AmbienceEditorTmp")) > 0) {
-    if (QAVSettingRepository* live = QAVSettingRepository::GetRepository("RenderingLiveSettings"))
-      live->ReadSetting("CurrentAmbience", &name);
+    if (QAVSettingRepository* live =
+            QAVRbaRenderingSettings::Open(QAVRbaRenderingSettings::kLiveCurrentAmbience))
+      QAVRbaRenderingSettings::Read(*live, QAVRbaRenderingSettings::kLiveCurrentAmbience, name);
   }
   _ambienceLabel->SetTitle(Message("Ambience", &name, 1));
 }

@@ -38,7 +38,7 @@ QAVRbaLiveHUDDlg* QAVRbaLiveHUDSingleton::CreateHUDDlg(const int& width, const i
   QAVViewer* viewer = window ? window->GetViewer() : nullptr;
   _hud = new QAVRbaLiveHUDDlg(viewer, "hudDialog", width, height);
   _hud->SetRenderInfos(_resources, _total, _third, _render, false);
-  _viewer = viewer;
+  _viewer = QAVRef<QAVViewer>(viewer);
   if (_viewer && _viewer->GetSupport())
     _resizeCallback = _viewer->GetSupport()->GetCallbackManager()->AddCallback(
         QAVGraphicWindow::GRAPHICWINDOW_RESIZE(), WindowResizedCB);
@@ -95,9 +95,11 @@ void QAVRbaLiveHUDSingleton::RemoveHUDDlg() {
     _hud = nullptr;
   }
   if (_resizeCallback != 0 && _viewer) {
-    _viewer->GetSupport()->GetCallbackManager()->RemoveCallback(_resizeCallback);
+    if (QAVGraphicWindow* support = _viewer->GetSupport())
+      support->GetCallbackManager()->RemoveCallback(_resizeCallback);
     _resizeCallback = 0;
   }
+  _viewer.Reset();
 }
 
 void QAVRbaLiveHUDSingleton::RemoveInfoDlg() {

@@ -95,11 +95,12 @@ void SearchStudioFolder(int level, QAVString& folder) {
 // The user's image ("Custom"), looked for again when it was moved.
 QAVString CustomImagePath(int level) {
   QAVSettingRepository* settings =
-      QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kLiveRepository);
+      QAVRbaRenderingSettings::Open(QAVRbaRenderingSettings::kLiveDomeImage);
   if (!settings) return {};
-  QAVUnicodeString stored;
-  settings->ReadSetting("DomeImage", &stored);
-  if (stored.IsEmpty() || Exists(stored)) return stored.ToString();
+  QAVString image;
+  QAVRbaRenderingSettings::Read(*settings, QAVRbaRenderingSettings::kLiveDomeImage, image);
+  const QAVUnicodeString stored(image);
+  if (stored.IsEmpty() || Exists(stored)) return image;
 
   QAVUnicodeString folder;
   QAVUnicodeString name;
@@ -113,7 +114,7 @@ QAVString CustomImagePath(int level) {
     }
   }
   const QAVUnicodeString fallback =
-      qavrba::LiveSystemSetting(QAVRbaRenderingSettings::kAmbiencePath);
+      qavrba::LiveSystemSetting(QAVRbaRenderingSettings::kLiveAmbiencePath);
   if (!fallback.IsEmpty() && Exists(qavrba::Join(fallback, name)))
     return qavrba::Join(fallback, name).ToString();
   return {};

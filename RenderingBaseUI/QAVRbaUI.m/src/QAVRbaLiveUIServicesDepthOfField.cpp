@@ -11,6 +11,7 @@
 #include "QAVPickPath.h"
 #include "QAVRbaGraphicPath.h"
 #include "QAVRbaLiveUIServices.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVSettingRepository.h"
 #include "QAVVizViewer.h"
 
@@ -113,10 +114,11 @@ HRESULT QAVRbaLiveUIServices::SetFocusOnViewpoint(QAVViewer* viewer,
                                                   QAVSettingRepository* repository,
                                                   float& o_focalDistance) {
   if (!viewer || !repository) return E_FAIL;
+  namespace Schema = QAVRbaRenderingSettings;
   int mode = 1;
-  repository->ReadSetting("Autofocus", &mode);
+  Schema::Read(*repository, Schema::kLiveAutofocus, mode);
   if (mode == 0) {
-    repository->ReadSetting("FocalDistance", &o_focalDistance);
+    Schema::ReadWithDefault(*repository, Schema::kLiveFocalDistance, o_focalDistance);
     return S_OK;
   }
   if (mode != 1 && mode != 2) return E_FAIL;
@@ -126,9 +128,9 @@ HRESULT QAVRbaLiveUIServices::SetFocusOnViewpoint(QAVViewer* viewer,
   const QAVMathPoint eye = viewpoint->GetOrigin();
   if (mode == 2) {
     float point[3] = {0.0F, 0.0F, 0.0F};
-    repository->ReadSetting("FocalPointX", &point[0]);
-    repository->ReadSetting("FocalPointY", &point[1]);
-    repository->ReadSetting("FocalPointZ", &point[2]);
+    Schema::Read(*repository, Schema::kLiveFocalPointX, point[0]);
+    Schema::Read(*repository, Schema::kLiveFocalPointY, point[1]);
+    Schema::Read(*repository, Schema::kLiveFocalPointZ, point[2]);
     o_focalDistance = Distance(eye, QAVMathPoint(point[0], point[1], point[2]));
     return S_OK;
   }

@@ -156,6 +156,17 @@ HRESULT QAVRbaManipulatorServices::GetPointed3DRep(QAVOmbObjectInContext* object
   return S_OK;
 }
 
+HRESULT QAVRbaManipulatorServices::GetSupportToScene(QAVOmbObjectInContext* object,
+                                                     QAV4x4Matrix& toScene) {
+  toScene = QAV4x4Matrix();
+  QAV3DRep* rep = nullptr;
+  if (FAILED(GetPointed3DRep(object, rep))) return E_FAIL;
+  for (const QAV3DRep* at = rep; at; at = at->GetFather())
+    if (const auto* bag = dynamic_cast<const QAV3DBagRep*>(at); bag && bag->GetMatrix())
+      toScene = *bag->GetMatrix() * toScene;
+  return S_OK;
+}
+
 void QAVRbaManipulatorServices::GetSupportGeometry(QAV3DRep* rep,
                                                    std::vector<GeomWithTransform>& list,
                                                    QAV4x4Matrix matrix, bool skipRootMatrix) {

@@ -21,6 +21,7 @@
 #include "QAVRbaMaterialCatalogImporterItem.h"
 #include "QAVRbaMaterialCatalogImporterPanel.h"
 #include "QAVRbaPanelManager.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVTaskController.h"
 #include "QAVVidFraMessageBox.h"
 
@@ -141,15 +142,16 @@ QAVRbaMaterialCatalogImporterCmd::QAVRbaMaterialCatalogImporterCmd(const QAVUnic
   SendNotification(this, QAVMakeRef<QAVNotification>().get());
   if (QAVFrmLayout* layout = QAVFrmLayout::GetCurrentLayout())
     _window = QAVRef<QAVFrmWindow>(layout->GetCurrentWindow());
-  _settings = QAVSettingRepository::GetRepository("ContentInstallPathRepo");
+  namespace Schema = QAVRbaRenderingSettings;
+  _settings = Schema::Open(Schema::kContentInstallPathKey);
   if (_settings) {
     _settingsCallback = _settings->GetCallbackManager()->AddCallback(
         QAVSettingRepository::ModifiedEvent(),
         [this](const char*, void*, QAVNotification*, void*, QAVCallback) {
-          _settings->ReadSetting("QAVContentInstallPath", &_installPath);
+          Schema::Read(*_settings, Schema::kContentInstallPathKey, _installPath);
           if (_panel) BuildPanel();
         });
-    _settings->ReadSetting("QAVContentInstallPath", &_installPath);
+    Schema::Read(*_settings, Schema::kContentInstallPathKey, _installPath);
   }
 }
 

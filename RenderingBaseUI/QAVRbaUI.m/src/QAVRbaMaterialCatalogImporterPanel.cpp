@@ -3,6 +3,7 @@
 #include "QAVCallbackManager.h"
 #include "QAVISYPIntrospectable.h"
 #include "QAVRbaMaterialCatalogImporterItem.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVSettingRepository.h"
 
 QAV_IMPLEMENT_CLASS(QAVRbaMaterialCatalogImporterPanelSelectItemNotification, QAVNotification,
@@ -22,8 +23,7 @@ QAVRbaMaterialCatalogImporterPanelCancelNotification::
 
 namespace {
 
-constexpr const char* kSettings = "RenderingLiveSettings";
-constexpr const char* kPopUpKey = "MaterialsorlixImporterPopUp";
+namespace Schema = QAVRbaRenderingSettings;
 
 }  // namespace
 
@@ -45,8 +45,8 @@ QAVRbaMaterialCatalogImporterPanel::QAVRbaMaterialCatalogImporterPanel(QAVDlgWid
                            &QAVRbaMaterialCatalogImporterPanel::OnCheck, nullptr);
 
   int showPopUp = 0;
-  if (QAVSettingRepository* settings = QAVSettingRepository::GetRepository(kSettings))
-    if (FAILED(settings->ReadSetting(kPopUpKey, &showPopUp))) showPopUp = 0;
+  if (QAVSettingRepository* settings = Schema::Open(Schema::kLiveImporterPopUp))
+    if (FAILED(Schema::Read(*settings, Schema::kLiveImporterPopUp, showPopUp))) showPopUp = 0;
   SetDoNotShowAgainCheck(showPopUp ? 0 : 1);
   _check->SetCheckState(GetDoNotShowAgainCheck());
 }
@@ -136,13 +136,13 @@ void QAVRbaMaterialCatalogImporterPanel::OnCheck(QAVCommand* sender, QAVNotifica
   const int state = box->GetCheckState();
   if (state == GetDoNotShowAgainCheck()) return;
   // Without the repository the box keeps its state and nothing is saved.
-  QAVSettingRepository* settings = QAVSettingRepository::GetRepository(kSettings);
+  QAVSettingRepository* settings = Schema::Open(Schema::kLiveImporterPopUp);
   if (!settings) {
     box->SetCheckState(GetDoNotShowAgainCheck());
     return;
   }
   const int showPopUp = state ? 0 : 1;
-  settings->WriteSetting(kPopUpKey, &showPopUp);
+  Schema::Write(*settings, Schema::kLiveImporterPopUp, showPopUp);
   settings->SaveRepository();
   SetDoNotShowAgainCheck(state);
 }

@@ -142,9 +142,9 @@ void QAVRbaPanelManager::BackgroundChanged() {
   QAVString imagePath;
   QAVRbaLiveUIServices::RetrieveAssociatedAmbience(name, imageName, imagePath);
   QAVSettingRepository* settings =
-      QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kLiveRepository);
+      QAVRbaRenderingSettings::Open(QAVRbaRenderingSettings::kLiveDomeImage);
   if (settings && !imagePath.IsEmpty()) {
-    settings->WriteSetting("DomeImage", &imagePath);
+    QAVRbaRenderingSettings::Write(*settings, QAVRbaRenderingSettings::kLiveDomeImage, imagePath);
     settings->SaveRepository();
   }
 }
@@ -189,7 +189,7 @@ bool QAVRbaPanelManager::HasPanel(int id) const {
 
 HRESULT QAVRbaPanelManager::AddPanel(int id, QAVCommand* panel, QAVFrmWindow* window) {
   if (!panel || !window || id > kMaxId) return E_FAIL;
-  _panels.push_back({id, panel, window});
+  _panels.push_back({id, panel, window, _nextSerial++});
   return S_OK;
 }
 
@@ -213,10 +213,14 @@ HRESULT QAVRbaPanelManager::ClosePanel(int id, QAVFrmWindow* window) {
   if (!window || id > kMaxId || _panels.empty()) return E_FAIL;
   const int found = FindPanel(id, window);
   if (found < 0) return E_FAIL;
-  const auto at = _panels.begin() + found;
-  if (at->panel) at->panel->RequestDelayedDestruction();
-  _panels.erase(at);
+  Close(static_cast<std::size_t>(found));
   return S_OK;
+}
+
+void QAVRbaPanelManager::Close(std::size_t index) {
+  const std::uint64_t serial = _panels[index].serial;
+  if (QAVCommand* panel = _panels[index].panel) panel->RequestDelayedDestruction();
+  std::erase_if(_panels, [serial](const Registration& r) { return r.serial == serial; });
 }
 
 HRESULT QAVRbaPanelManager::RemovePanel(int id, QAVFrmWindow* window) {
@@ -232,10 +236,9 @@ HRESULT QAVRbaPanelManager::RemovePanel(int id, QAVFrmWindow* window) {
 
 HRESULT QAVRbaPanelManager::CloseAllPanels(int id) {
   if (id > kMaxId) return E_FAIL;
-  for (auto it = _panels.begin(); it != _panels.end(); ++it) {
-    if (it->id != id) continue;
-    if (it->panel) it->panel->RequestDelayedDestruction();
-    _panels.erase(it);
+  for (std::size_t i = 0; i < _panels.size(); ++i) {
+    if (_panels[i].id != id) continue;
+    Close(i);
     return S_OK;
   }
   return E_FAIL;

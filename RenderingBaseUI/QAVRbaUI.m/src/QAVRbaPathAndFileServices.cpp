@@ -92,7 +92,7 @@ void QAVRbaPathAndFileServices::RetreiveBackplatePath(const QAVUnicodeString& fi
   }
 
   const QAVUnicodeString fallback =
-      qavrba::LiveSystemSetting(QAVRbaRenderingSettings::kBackplatePath);
+      qavrba::LiveSystemSetting(QAVRbaRenderingSettings::kLiveBackplatePath);
   if (fallback.IsEmpty()) return;
   // Only the lower-case form is looked for in the fallback directory, unlike in
   // the graphic directories: a file stored there with an upper-case extension is
@@ -110,7 +110,7 @@ void QAVRbaPathAndFileServices::RetreiveTexturePath(const QAVUnicodeString& file
   }
 
   const QAVUnicodeString fallback =
-      qavrba::LiveSystemSetting(QAVRbaRenderingSettings::kAmbiencePath);
+      qavrba::LiveSystemSetting(QAVRbaRenderingSettings::kLiveAmbiencePath);
   if (fallback.IsEmpty()) return;
   TakeFirstExisting({Join(fallback, fileName)}, foundPath);
 }

@@ -28,16 +28,12 @@ void ShowMessage(const char* key, const char* defaultText) {
   dialog->Show();
 }
 
-// The path of the profile file chosen by the user, stored as a text or as a
-// plain string; empty when there is none.
+// The path of the profile file chosen by the user; empty when there is none.
 QAVUnicodeString ProfileFile(const QAVSettingRepository& repository) {
   QAVUnicodeString path;
-  if (SUCCEEDED(repository.ReadAttr(QAVRbaRenderingSettings::kProfileFileBrowse, &path, 1)))
-    return path;
-  QAVString narrow;
-  if (SUCCEEDED(repository.ReadAttr(QAVRbaRenderingSettings::kProfileFileBrowse, &narrow, 1)))
-    return QAVUnicodeString(narrow);
-  return QAVUnicodeString();
+  QAVRbaRenderingSettings::ReadAttr(repository, QAVRbaRenderingSettings::kOptionsProfileFileBrowse,
+                                    path);
+  return path;
 }
 
 }  // namespace
@@ -55,7 +51,7 @@ QAVRbaScreenProfileObserver::Owner QAVRbaScreenProfileObserver::createScreenProf
   Owner observer(new QAVRbaScreenProfileObserver);
   observer->_callback = std::move(callback);
   observer->_repository = QAVRef<QAVSettingRepository>(
-      QAVSettingRepository::GetRepository(QAVRbaRenderingSettings::kOptionsRepository));
+      QAVRbaRenderingSettings::Open(QAVRbaRenderingSettings::kOptionsProfileCombo));
   if (observer->_repository) {
     if (QAVCallbackManager* callbacks = observer->_repository->GetCallbackManager()) {
       QAVRbaScreenProfileObserver* self = observer.get();
@@ -71,7 +67,8 @@ void QAVRbaScreenProfileObserver::updateProfile() {
   if (!_repository) QAVFatalError("AssertionFailed:_repository", "QAVRbaScreenProfileObserver", 68);
 
   int combo = 0;
-  _repository->ReadAttr(QAVRbaRenderingSettings::kProfileCombo, &combo, 1);
+  QAVRbaRenderingSettings::ReadAttr(*_repository, QAVRbaRenderingSettings::kOptionsProfileCombo,
+                                    combo);
   if (combo == 2) {
     const QAVUnicodeString path = ProfileFile(*_repository);
     if (_QAVFileAccess(path, QAV_ACCESS_READ, 0) != 0) {

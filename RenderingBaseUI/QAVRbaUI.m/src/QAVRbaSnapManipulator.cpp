@@ -18,6 +18,7 @@
 #include "QAVModelObject.h"
 #include "QAVPathElement.h"
 #include "QAVPickPath.h"
+#include "QAVRbaRenderingSettings.h"
 #include "QAVRbaSnapManipulatorNotification.h"
 #include "QAVSysSettingRepository.h"
 #include "QAVTrace.h"
@@ -71,7 +72,8 @@ void QAVRbaSnapManipulator::SetTrace(QAVTrace* trace) { g_trace = trace; }
 
 QAVRbaSnapManipulator::QAVRbaSnapManipulator() : QAVCommand() {
   g_trace = nullptr;
-  _settings = QAVSysSettingRepository::GetRepository("RenderingOptionsSettings");
+  _settings = QAVSysSettingRepository::GetRepository(
+      QAVRbaRenderingSettings::kOptionsLightManipMode.repository);
 
   const QAVFrmLayout* layout = QAVFrmLayout::GetCurrentLayout();
   const QAVFrmWindow* window = layout ? layout->GetCurrentWindow() : nullptr;
@@ -142,7 +144,10 @@ QAVRbaSnapManipulator::~QAVRbaSnapManipulator() {
 QAVRef<QAV3DBagRep> QAVRbaSnapManipulator::CreateRep() {
   Trace(2, "QAVRbaSnapManipulator::CreateRep()");
   int mode = 0;
-  if (!_settings || FAILED(_settings->ReadAttr("LightManipMode", &mode, 1)) || mode == 0)
+  if (!_settings ||
+      FAILED(QAVRbaRenderingSettings::ReadAttr(
+          *_settings, QAVRbaRenderingSettings::kOptionsLightManipMode, mode)) ||
+      mode == 0)
     return nullptr;
   auto bag = QAVMakeRef<QAV3DBagRep>();
   auto plane = QAVMakeRef<QAV3DCustomRep>();

@@ -7,6 +7,8 @@
 #include "QAVFrmLayout.h"
 #include "QAVFrmWindow.h"
 #include "QAVIRbaMappingObserver.h"
+#include "QAVOmbObjectInContext.h"
+#include "QAVRbaManipulatorServices.h"
 
 // The placement's own observable: it keeps the observers and the toggles in
 // the placement.
@@ -56,14 +58,20 @@ class QAVRbaTexturePlacement::Observable : public QAVIRbaMappingObservable {
     return S_OK;
   }
   // Turns the projection so that its Z axis points at the eye of the current
-  // window's viewer, keeping its origin; X stays as horizontal as it can.
+  // window's viewer, keeping its origin; X stays as horizontal as it can. The
+  // eye and the up direction are taken into the support's own space, where the
+  // placement is.
   HRESULT AlignWithCameraView() override {
     QAVFrmLayout* layout = QAVFrmLayout::GetCurrentLayout();
     QAVFrmWindow* window = layout ? layout->GetCurrentWindow() : nullptr;
     auto* viewer = window ? dynamic_cast<QAV3DViewer*>(window->GetViewer()) : nullptr;
     if (!viewer) return E_FAIL;
-    const QAVMathPoint eye = viewer->GetMain3DViewpoint()->GetOrigin();
-    const QAVMathVector up = viewer->GetMain3DViewpoint()->GetUpDirection();
+    QAV4x4Matrix toScene;
+    if (const auto support = QAVQuery<QAVOmbObjectInContext>(_p._support.get()))
+      QAVRbaManipulatorServices::GetSupportToScene(support.get(), toScene);
+    const QAV4x4Matrix fromScene = toScene.AffineInverse();
+    const QAVMathPoint eye = fromScene * viewer->GetMain3DViewpoint()->GetOrigin();
+    const QAVMathVector up = fromScene.Rotate(viewer->GetMain3DViewpoint()->GetUpDirection());
     const QAVMathPoint origin = _p._isometry.GetOrigin();
     const QAVMathVector z = Unit(eye - origin);
     QAVMathVector x = Unit(Cross(up, z));
