@@ -96,7 +96,7 @@ TEST_F(ImportCliTest, AContentPathThatIsNoFolderIsAnError) {
     // Empty is not the default: a usage error.
     run = Run(std::string(command) + " --content ''");
     EXPECT_EQ(run.status, 2) << command;
-    EXPECT_NE(run.err.find("--content may not be empty"), std::string::npos) << run.err;
+    EXPECT_NE(run.err.find("--content: the value may not be empty"), std::string::npos) << run.err;
   }
   EXPECT_FALSE(std::filesystem::exists(_scratch.path() / "p.svg"));
 

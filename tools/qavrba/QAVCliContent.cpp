@@ -9,10 +9,10 @@
 namespace {
 
 // A value that may not be empty: an empty one is a usage error.
-CLI::Validator NotEmpty(const char* what) {
+CLI::Validator NotEmpty() {
   return CLI::Validator(
-      [what](const std::string& text) -> std::string {
-        return text.empty() ? std::string(what) + " may not be empty" : std::string();
+      [](const std::string& text) -> std::string {
+        return text.empty() ? "the value may not be empty" : std::string();
       },
       "");
 }
@@ -54,16 +54,14 @@ void Setup(CLI::App& program) {
   auto out = std::make_shared<std::string>();
   CLI::App* pack = content->add_subcommand(
       "pack", "Packs DIR (manifest.json and the files it lists) into FILE, replaced atomically.");
-  pack->add_option("dir", *dir, "The folder")->required()->check(NotEmpty("the folder"));
-  pack->add_option("-o,--output", *out, "The package to write")
-      ->required()
-      ->check(NotEmpty("--output"));
+  pack->add_option("dir", *dir, "The folder")->required()->check(NotEmpty());
+  pack->add_option("-o,--output", *out, "The package to write")->required()->check(NotEmpty());
   qavcli::OnRun(pack, [dir, out] { return Pack(*dir, *out); });
 
   auto file = std::make_shared<std::string>();
   CLI::App* check = content->add_subcommand(
       "check", "Checks FILE whole and prints its kind, objects, files and sizes.");
-  check->add_option("file", *file, "A package")->required()->check(NotEmpty("the package"));
+  check->add_option("file", *file, "A package")->required()->check(NotEmpty());
   qavcli::OnRun(check, [file] { return Check(*file); });
 }
 

@@ -221,11 +221,16 @@ std::string WhereLooked(const Kind& kind, const std::string& file, const std::st
          contentPath + "/startup/" + kind.folder;
 }
 
-// The import reports this process wrote in the importer's report folder (the
-// "QAVTemp" folder, else the temporary one), oldest first.
-std::vector<std::string> OwnReports() {
+// The folder the importer writes its reports in: "QAVTemp", else the
+// temporary one.
+std::string ReportFolder() {
   const char* temp = QAVRbaEnvironment::TempPath();
-  const std::string folder = temp && *temp ? temp : QAVGetTempDirectory().ToNarrow();
+  return temp && *temp ? temp : QAVGetTempDirectory().ToNarrow();
+}
+
+// The import reports this process wrote there, oldest first.
+std::vector<std::string> OwnReports() {
+  const std::string folder = ReportFolder();
   const std::string mark = "-" + std::to_string(::getpid()) + "-";
   std::vector<std::pair<long, std::string>> found;
   std::error_code ec;
@@ -269,9 +274,10 @@ std::string ImportFailure(const std::vector<std::string>& before, const Cmd& com
   // No report: the package itself says what is wrong with it, if anything.
   QAVContentPackage package;
   std::string error;
+  const std::string none = " (no report could be written in " + ReportFolder() + ")";
   if (FAILED(package.Open(command.GetContentFile().ToNarrow(), error)))
-    return "the import failed: " + error;
-  return "the import of " + command.GetContentFile().ToNarrow() + " failed (no report was written)";
+    return "the import failed: " + error + none;
+  return "the import of " + command.GetContentFile().ToNarrow() + " failed" + none;
 }
 
 int Run(const ImportOptions& options) {
@@ -355,8 +361,9 @@ void Setup(CLI::App& program) {
                      "shipped sample content)")
         ->check(CLI::Validator(
             [](const std::string& path) -> std::string {
-              return path.empty() ? "--content may not be empty (leave it out for the default)"
-                                  : std::string();
+              return path.empty()
+                         ? "the value may not be empty (leave the option out for the default)"
+                         : std::string();
             },
             "DIR"));
   };
@@ -368,7 +375,13 @@ void Setup(CLI::App& program) {
   CLI::App* panel =
       import->add_subcommand("panel", "The panel as the user sees it, as SVG or (.png) PNG.");
   common(panel);
-  panel->add_option("-o,--output", options->output, "Picture file (.svg or .png)")->required();
+  panel->add_option("-o,--output", options->output, "Picture file (.svg or .png)")
+      ->required()
+      ->check(CLI::Validator(
+          [](const std::string& path) -> std::string {
+            return path.empty() ? "the value may not be empty" : std::string();
+          },
+          "FILE"));
   qavcli::OnRun(panel, [options] { return Panel(*options); });
   CLI::App* run = import->add_subcommand(
       "run",

@@ -13,10 +13,10 @@
 namespace {
 
 // A value that may not be empty: an empty one is a usage error, not the default.
-CLI::Validator NotEmpty(const char* what) {
+CLI::Validator NotEmpty() {
   return CLI::Validator(
-      [what](const std::string& text) -> std::string {
-        return text.empty() ? std::string(what) + " may not be empty" : std::string();
+      [](const std::string& text) -> std::string {
+        return text.empty() ? "the value may not be empty" : std::string();
       },
       "");
 }
@@ -85,26 +85,24 @@ void Setup(CLI::App& program) {
   auto repository = std::make_shared<std::string>("PLM1");
 
   CLI::App* list = plm->add_subcommand("list", "The objects of a repository.");
-  list->add_option("--repository", *repository, "The repository (default PLM1)")
-      ->check(NotEmpty("--repository"));
+  list->add_option("--repository", *repository, "The repository (default PLM1)")->check(NotEmpty());
   qavcli::OnRun(list, [repository] { return List(*repository); });
 
   auto id = std::make_shared<std::string>();
   CLI::App* show = plm->add_subcommand("show", "One object: its attributes and files.");
   show->add_option("id", *id, "The object's identifier")->required();
-  show->add_option("--repository", *repository, "The repository (default PLM1)")
-      ->check(NotEmpty("--repository"));
+  show->add_option("--repository", *repository, "The repository (default PLM1)")->check(NotEmpty());
   qavcli::OnRun(show, [repository, id] { return Show(*repository, *id); });
 
   auto file = std::make_shared<std::string>();
   auto report = std::make_shared<std::string>();
   CLI::App* import = plm->add_subcommand(
       "import", "Imports a content package, all or nothing, with Maturity=PRIVATE.");
-  import->add_option("file", *file, "The package")->required()->check(NotEmpty("the package"));
+  import->add_option("file", *file, "The package")->required()->check(NotEmpty());
   import->add_option("--repository", *repository, "The repository (default PLM1)")
-      ->check(NotEmpty("--repository"));
+      ->check(NotEmpty());
   import->add_option("--report", *report, "A folder to write the import's report in")
-      ->check(NotEmpty("--report"));
+      ->check(NotEmpty());
   qavcli::OnRun(import, [repository, file, report] { return Import(*repository, *file, *report); });
 }
 
