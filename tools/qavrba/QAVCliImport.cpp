@@ -244,6 +244,7 @@ std::vector<std::string> OwnReports() {
   }
   std::sort(found.begin(), found.end());
   std::vector<std::string> reports;
+  reports.reserve(found.size());
   for (auto& [serial, path] : found)
     reports.push_back(std::move(path));
   return reports;
@@ -267,8 +268,8 @@ std::string ImportFailure(const std::vector<std::string>& before, const Cmd& com
     if (reason.empty() && result.rfind("imported 0 ", 0) == 0)
       reason = "the package holds no object";
     if (reason.empty()) reason = result.empty() ? "no reason given" : result;
-    reasons += (reasons.empty() ? "" : "; ") + std::string("into ") + repository + ": " + reason +
-               " (report: " + path + ")";
+    reasons.append(reasons.empty() ? "" : "; ").append("into ").append(repository).append(": ");
+    reasons.append(reason).append(" (report: ").append(path).append(")");
   }
   if (!reasons.empty()) return "the import failed: " + reasons;
   // No report: the package itself says what is wrong with it, if anything.

@@ -77,11 +77,13 @@ std::vector<std::string> Wrap(const std::string& text, double width, double size
   std::istringstream words(text);
   std::string line;
   for (std::string word; words >> word;) {
-    if (!line.empty() && TextWidth(line + " " + word, size, bold) > width) {
+    std::string longer = line.empty() ? word : line;
+    if (!line.empty()) longer.append(" ").append(word);
+    if (!line.empty() && TextWidth(longer, size, bold) > width) {
       lines.push_back(line);
-      line.clear();
+      longer = word;
     }
-    line = Fitted(line.empty() ? word : line + " " + word, width, size, bold);
+    line = Fitted(longer, width, size, bold);
   }
   if (!line.empty()) lines.push_back(line);
   return lines;
