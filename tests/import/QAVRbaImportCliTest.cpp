@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -136,6 +138,27 @@ TEST_F(ImportCliTest, AFailedImportSaysWhyAndNamesItsReports) {
   EXPECT_NE(run.err.find("; into TST: " + reason), std::string::npos) << run.err;
   for (const std::string& report : reports)
     EXPECT_NE(run.err.find("(report: " + report + ")"), std::string::npos) << run.err;
+}
+
+TEST_F(ImportCliTest, APictureThatIsNoFileIsDrawnAsAnEmptyFrame) {
+  // The content's picture of a tile is a FIFO: nothing waits on it.
+  const std::filesystem::path content = _scratch.path() / "content";
+  std::filesystem::copy(std::string(QAV_RESOURCES_DIR) + "/content", content,
+                        std::filesystem::copy_options::recursive);
+  const std::filesystem::path picture = content / "resources/graphic/WalnutVeneer.png";
+  std::filesystem::remove(picture);
+  ASSERT_EQ(::mkfifo(picture.c_str(), 0600), 0);
+  const std::string command = "cd '" + _scratch.str() + "' && timeout -s KILL 20 '" +
+                              qavtest::QavrbaProgram().string() +
+                              "' import panel material --content content -o panel.svg "
+                              ">/dev/null 2>&1";
+  const int raw = std::system(command.c_str());
+  ASSERT_TRUE(WIFEXITED(raw) && WEXITSTATUS(raw) == 0) << raw;
+  const std::string svg = qavtest::ReadFile(_scratch.path() / "panel.svg");
+  const std::size_t title = svg.find(">Walnut veneer</text>");
+  ASSERT_NE(title, std::string::npos);
+  const std::size_t frame = svg.rfind("<rect ", title);  // the thumbnail's, before the title
+  EXPECT_NE(svg.substr(frame, title - frame).find("stroke-dasharray"), std::string::npos);
 }
 
 TEST_F(ImportCliTest, LongTitlesAreCutToFitTheirTiles) {

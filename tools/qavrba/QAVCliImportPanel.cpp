@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -97,13 +98,15 @@ std::string Text(double x, double y, double size, const std::string& colour,
 }
 
 // The PNG of an image: the path itself when it has a folder, else the first of
-// `dirs` that has it; empty when not found.
+// `dirs` that has it as a regular file; empty when not found.
 std::string ImageBytes(const std::string& name, const std::vector<std::string>& dirs) {
   std::vector<std::string> candidates;
   if (name.find('/') != std::string::npos) candidates.push_back(name);
   for (std::string dir : dirs)
     candidates.push_back((dir += '/') += name);
   for (const std::string& path : candidates) {
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(path, ec)) continue;  // a FIFO would never end
     std::ifstream in(path, std::ios::binary);
     if (!in) continue;
     std::ostringstream bytes;

@@ -5,11 +5,14 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <functional>
 #include <random>
+#include <thread>
 
 namespace {
 
@@ -60,8 +63,12 @@ bool WriteAll(int fd, std::string_view content, int& code) {
 int CreateTemporary(const std::string& path, std::string& temp) {
   static constexpr char kLetters[] =
       "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
-  thread_local std::mt19937_64 random(std::random_device{}() ^
-                                      static_cast<std::uint64_t>(::getpid()) << 32);
+  // Seeded from the clock, the process and the thread: names need only differ
+  // most of the time, the exclusive open settles the rest.
+  thread_local std::mt19937_64 random(
+      static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()) ^
+      (static_cast<std::uint64_t>(::getpid()) << 32) ^
+      static_cast<std::uint64_t>(std::hash<std::thread::id>{}(std::this_thread::get_id())));
   for (int attempt = 0; attempt < 100; ++attempt) {
     temp = path + ".tmp.";
     std::uint64_t bits = random();
