@@ -49,7 +49,6 @@ TEST_F(ImportCliTest, TilesThenAConfirmedImport) {
 }
 
 TEST_F(ImportCliTest, PresetsThatCannotBeImportedSayWhy) {
-  const std::string content = std::string(QAV_RESOURCES_DIR) + "/content";
   // Created another way: listed, not imported.
   qavtest::ProgramRun run = Run("import run material 3 --yes");
   EXPECT_EQ(run.status, 1);
@@ -58,6 +57,9 @@ TEST_F(ImportCliTest, PresetsThatCannotBeImportedSayWhy) {
   // looked for.
   run = Run("import run material 4 --yes");
   EXPECT_EQ(run.status, 1);
+  const std::string said = "content installation path: ";
+  ASSERT_EQ(run.out.rfind(said, 0), 0u) << run.out;
+  const std::string content = run.out.substr(said.size(), run.out.find('\n') - said.size());
   EXPECT_EQ(run.err,
             "qavrba: the package of preset 4 (Frosted glass) is missing: no FrostedGlass_V00.orlix "
             "to FrostedGlass_V09.orlix in " +
