@@ -29,15 +29,28 @@ class AtomicFileTest : public qavtest::HostTest {
 TEST_F(AtomicFileTest, ReplacesWholeFilesCreatingDirectoriesAndKeepingPermissions) {
   const fs::path file = _scratch.path() / "a" / "b" / "store.txt";
   std::string error;
-  ASSERT_TRUE(QAVAtomicFile::Write(file.string(), "first", &error)) << error;
+  // A new file has the permissions of any file the process makes: 0666 less
+  // the umask.
+  const mode_t previous = ::umask(027);
+  const bool written = QAVAtomicFile::Write(file.string(), "first", &error);
+  (void)::umask(022);
+  const bool other = QAVAtomicFile::Write((file.parent_path() / "other.txt").string(), "", &error);
+  (void)::umask(previous);
+  ASSERT_TRUE(written && other) << error;
   EXPECT_EQ(qavtest::ReadFile(file), "first");
-  EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+  EXPECT_EQ(fs::status(file).permissions(),
+            fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+  EXPECT_EQ(fs::status(file.parent_path() / "other.txt").permissions(),
+            fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read |
+                fs::perms::others_read);
+  fs::remove(file.parent_path() / "other.txt");
 
-  fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+  // A replaced file keeps its own, whatever the umask.
+  fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read);
   ASSERT_TRUE(QAVAtomicFile::Write(file.string(), std::string(100000, 'x') + "end", &error));
   EXPECT_EQ(qavtest::ReadFile(file), std::string(100000, 'x') + "end");
   EXPECT_EQ(fs::status(file).permissions(),
-            fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+            fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read);
   EXPECT_EQ(Entries(file.parent_path()), std::vector<std::string>{"store.txt"});
 }
 

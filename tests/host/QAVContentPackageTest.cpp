@@ -22,11 +22,19 @@ struct Entry {
   bool stored = false;  // kept uncompressed, so the test can find its bytes
 };
 
-// Writes a zip archive holding `entries`; false when libzip cannot.
-bool WriteZip(const fs::path& path, const std::vector<Entry>& entries) {
+// Writes a zip archive holding `entries`, and a folder entry ("name/") for
+// each of `folders`; false when libzip cannot.
+bool WriteZip(const fs::path& path, const std::vector<Entry>& entries,
+              const std::vector<std::string>& folders = {}) {
   int code = 0;
   zip_t* archive = zip_open(path.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &code);
   if (!archive) return false;
+  for (const std::string& folder : folders) {
+    if (zip_dir_add(archive, folder.c_str(), ZIP_FL_ENC_UTF_8) < 0) {
+      zip_discard(archive);
+      return false;
+    }
+  }
   for (const Entry& entry : entries) {
     zip_source_t* source =
         zip_source_buffer(archive, entry.content.data(), entry.content.size(), 0);
@@ -167,7 +175,9 @@ TEST_F(ContentPackageTest, AFileListedByTwoObjectsKeepsItsContent) {
 
 TEST_F(ContentPackageTest, DamagedArchivesAreRefused) {
   const fs::path path = _scratch.path() / "damaged.orlix";
-  EXPECT_NE(RefusalOf(_scratch.path() / "missing.orlix").find("cannot be read"), std::string::npos);
+  EXPECT_NE(RefusalOf(_scratch.path() / "missing.orlix")
+                .find("cannot be read: No such file or directory"),
+            std::string::npos);
   WriteBytes(path, "just some text, not an archive at all");
   EXPECT_NE(RefusalOf(path).find("not a zip archive"), std::string::npos);
   WriteBytes(path, "");
@@ -189,6 +199,43 @@ TEST_F(ContentPackageTest, DamagedArchivesAreRefused) {
   ASSERT_EQ(Patch(path, "aaaaalbedo", "aaaaXlbedo"), 1);
   EXPECT_NE(RefusalOf(path).find("'steel/albedo.png' fails its checksum"), std::string::npos)
       << RefusalOf(path);
+}
+
+TEST_F(ContentPackageTest, AListedFileTheArchiveHoldsAsAFolderIsRefused) {
+  // The manifest lists "steel/rough.png", which the archive holds only as the
+  // folder entry "steel/rough.png/": there is no such file to import.
+  std::vector<Entry> entries = GoodEntries();
+  entries.pop_back();
+  const fs::path path = _scratch.path() / "lying.orlix";
+  ASSERT_TRUE(WriteZip(path, entries, {"steel/rough.png"}));
+  EXPECT_NE(RefusalOf(path).find(
+                "object 'steel' lists 'steel/rough.png', which the archive holds as a folder"),
+            std::string::npos)
+      << RefusalOf(path);
+  // Folder entries that no object lists are harmless.
+  ASSERT_TRUE(WriteZip(path, GoodEntries(), {"steel", "empty"}));
+  EXPECT_EQ(RefusalOf(path), "");
+}
+
+TEST_F(ContentPackageTest, OnlyARegularFileIsRead) {
+  fs::create_directories(_scratch.path() / "folder.orlix");
+  EXPECT_EQ(RefusalOf(_scratch.path() / "folder.orlix"),
+            (_scratch.path() / "folder.orlix").string() + ": is a folder, not a package");
+  const fs::path empty = _scratch.Write("empty.orlix", "");
+  EXPECT_EQ(RefusalOf(empty), empty.string() + ": not a zip archive (the file is empty)");
+  // Packing: the folder must be one, and the output may not be a folder.
+  const fs::path out = _scratch.path() / "out.orlix";
+  std::string error;
+  EXPECT_EQ(QAVContentPackage::Pack(empty.string(), out.string(), error), E_FAIL);
+  EXPECT_EQ(error, empty.string() + ": is not a folder");
+  for (const Entry& entry : GoodEntries())
+    _scratch.Write("src/" + entry.name, entry.content);
+  const std::string src = (_scratch.path() / "src").string();
+  EXPECT_EQ(QAVContentPackage::Pack(src, (_scratch.path() / "folder.orlix").string(), error),
+            E_FAIL);
+  EXPECT_EQ(error, src + ": cannot write " + (_scratch.path() / "folder.orlix").string() +
+                       ": it is a folder");
+  EXPECT_FALSE(fs::exists(out));
 }
 
 TEST_F(ContentPackageTest, BadManifestsAreRefused) {

@@ -1,11 +1,44 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <langinfo.h>
+#include <locale.h>
+#include <spawn.h>
+#include <sys/wait.h>
 
+#include <clocale>
+#include <filesystem>
 #include <string>
 
 #include "QAVSYPStyleSheet.h"
 #include "QAVTestSupport.h"
 
+extern char** environ;
+
 namespace {
+
+constexpr const char* kCommaLocale = "de_DE.UTF-8";
+
+// Whether the process's numbers now use a decimal comma.
+bool NumbersHaveAComma() { return std::string(nl_langinfo(RADIXCHAR)) == ","; }
+
+// Makes kCommaLocale from the locale sources under `dir` with localedef, its
+// output discarded; true when localedef ran and exited.
+bool MakeCommaLocale(const std::string& dir) {
+  std::filesystem::create_directories(dir);
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
+  posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
+  std::string program = "localedef", inputFlag = "-i", input = "de_DE", charmapFlag = "-f",
+              charmap = "UTF-8", target = dir + "/" + kCommaLocale;
+  char* argv[] = {program.data(), inputFlag.data(), input.data(), charmapFlag.data(),
+                  charmap.data(), target.data(),    nullptr};
+  pid_t pid = 0;
+  const int spawned = posix_spawnp(&pid, "localedef", &actions, nullptr, argv, environ);
+  posix_spawn_file_actions_destroy(&actions);
+  int status = 0;
+  return spawned == 0 && waitpid(pid, &status, 0) == pid && WIFEXITED(status);
+}
 
 class StyleSheetTest : public qavtest::HostTest {};
 
@@ -51,6 +84,59 @@ TEST_F(StyleSheetTest, SheetsAreFoundAlongTheResourcePathAndAMalformedOneIsNotUs
   EXPECT_NE(testing::internal::GetCapturedStderr().find("Bad.QAVSYPStyle: line 2"),
             std::string::npos);
   EXPECT_EQ(QAVSYPStyleSheet::Get("Missing.QAVSYPStyle"), nullptr);
+}
+
+TEST_F(StyleSheetTest, NumbersAreReadWithAPointUnderADecimalCommaLocale) {
+  // The host's process runs in the user's locale; the sheet's numbers are
+  // written with a point all the same.
+  _scratch.Write("res/style/Comma.QAVSYPStyle",
+                 "[Tile]\nopacity = 0.5\nopacity:Unavailable = .45\nwidth = 356.25\n"
+                 "size = 1,5\nscale = 2.5e-1\nshift = -0.75\n");
+  SetEnvAndReload("QAVHOST_RESOURCE_PATH", _scratch.str() + "/res");
+  const std::string original = std::setlocale(LC_NUMERIC, nullptr);
+  if (!std::setlocale(LC_NUMERIC, kCommaLocale)) {
+    const std::string dir = _scratch.str() + "/locales";
+    const bool ran = MakeCommaLocale(dir);
+    SetEnvAndReload("LOCPATH", dir);
+    if (!std::setlocale(LC_NUMERIC, kCommaLocale))
+      GTEST_SKIP() << "no decimal-comma locale: " << kCommaLocale << " is not installed, and "
+                   << (ran ? "localedef could not make it (are the locale sources of Debian's "
+                             "'locales' package missing?)"
+                           : "localedef could not be run");
+  }
+  const bool comma = NumbersHaveAComma();
+  const QAVSYPStyleSheet* sheet = QAVSYPStyleSheet::Get("Comma.QAVSYPStyle");
+  double values[6] = {};
+  if (sheet) {
+    values[0] = sheet->GetNumber("Tile", "opacity", {}, 1);
+    values[1] = sheet->GetNumber("Tile", "opacity", {{"Unavailable", 1}}, 1);
+    values[2] = sheet->GetNumber("Tile", "width", {}, 0);
+    values[3] = sheet->GetNumber("Tile", "size", {}, 7);
+    values[4] = sheet->GetNumber("Tile", "scale", {}, 0);
+    values[5] = sheet->GetNumber("Tile", "shift", {}, 0);
+  }
+  (void)std::setlocale(LC_NUMERIC, original.c_str());
+  ASSERT_TRUE(comma);
+  ASSERT_NE(sheet, nullptr);
+  EXPECT_EQ(values[0], 0.5);
+  EXPECT_EQ(values[1], 0.45);
+  EXPECT_EQ(values[2], 356.25);
+  EXPECT_EQ(values[3], 7);  // a comma is not a decimal separator here
+  EXPECT_EQ(values[4], 0.25);
+  EXPECT_EQ(values[5], -0.75);
+}
+
+TEST_F(StyleSheetTest, OnlyWholeFiniteNumbersAreNumbers) {
+  QAVSYPStyleSheet sheet;
+  std::string error;
+  ASSERT_TRUE(
+      sheet.Parse("[T]\na = +2\nb = 3px\nc = inf\nd = nan\ne = 1e999\nf = +-1\n"
+                  "g = 0x10\nh = -\n",
+                  error))
+      << error;
+  EXPECT_EQ(sheet.GetNumber("T", "a", {}, 9), 2);
+  for (const char* key : {"b", "c", "d", "e", "f", "g", "h"})
+    EXPECT_EQ(sheet.GetNumber("T", key, {}, 9), 9) << key;
 }
 
 }  // namespace

@@ -8,6 +8,15 @@
 
 namespace {
 
+// A value that may not be empty: an empty one is a usage error.
+CLI::Validator NotEmpty() {
+  return CLI::Validator(
+      [](const std::string& text) -> std::string {
+        return text.empty() ? "the value may not be empty" : std::string();
+      },
+      "");
+}
+
 int Pack(const std::string& dir, const std::string& out) {
   std::string error;
   if (FAILED(QAVContentPackage::Pack(dir, out, error))) return qavcli::Fail(error);
@@ -45,14 +54,14 @@ void Setup(CLI::App& program) {
   auto out = std::make_shared<std::string>();
   CLI::App* pack = content->add_subcommand(
       "pack", "Packs DIR (manifest.json and the files it lists) into FILE, replaced atomically.");
-  pack->add_option("dir", *dir, "The folder")->required();
-  pack->add_option("-o,--output", *out, "The package to write")->required();
+  pack->add_option("dir", *dir, "The folder")->required()->check(NotEmpty());
+  pack->add_option("-o,--output", *out, "The package to write")->required()->check(NotEmpty());
   qavcli::OnRun(pack, [dir, out] { return Pack(*dir, *out); });
 
   auto file = std::make_shared<std::string>();
   CLI::App* check = content->add_subcommand(
       "check", "Checks FILE whole and prints its kind, objects, files and sizes.");
-  check->add_option("file", *file, "A package")->required();
+  check->add_option("file", *file, "A package")->required()->check(NotEmpty());
   qavcli::OnRun(check, [file] { return Check(*file); });
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -17,17 +18,73 @@ constexpr const char* kSheet = "QAVRbaMaterialCatalogImporterPanel.QAVSYPStyle";
 constexpr const char* kPanel = "QAVRbaMaterialCatalogImporterPanel";
 constexpr const char* kItem = "QAVRbaMaterialCatalogImporterItem";
 
-// Lines of at most `width` characters, cut at blanks.
-std::vector<std::string> Wrap(const std::string& text, std::size_t width) {
+// Advance widths of the printable ASCII characters, from the space to the
+// tilde, in thousandths of the font size, in the system's usual sans-serif face
+// (regular, then bold). That face is among the widest of its kind, so text
+// measured with it also fits when drawn in another. Any other character counts
+// as a whole em, as wide as the widest.
+constexpr unsigned short kRegularWidths[95] = {
+    318, 401, 460, 838, 636, 950, 780, 275, 390, 390, 500, 838, 318, 361,  318, 337, 636, 636, 636,
+    636, 636, 636, 636, 636, 636, 636, 337, 337, 838, 838, 838, 531, 1000, 684, 686, 698, 770, 632,
+    575, 775, 752, 295, 295, 656, 557, 863, 748, 787, 603, 787, 695, 635,  611, 732, 684, 989, 685,
+    611, 685, 390, 337, 390, 838, 500, 500, 613, 635, 550, 635, 615, 352,  635, 634, 278, 278, 579,
+    278, 974, 634, 612, 635, 635, 411, 521, 392, 634, 592, 818, 592, 592,  525, 636, 337, 636, 838};
+constexpr unsigned short kBoldWidths[95] = {
+    348,  456, 521, 838, 696, 1002, 872, 306,  457, 457, 523, 838, 380, 415,  380, 365,
+    696,  696, 696, 696, 696, 696,  696, 696,  696, 696, 400, 400, 838, 838,  838, 580,
+    1000, 774, 762, 734, 830, 683,  683, 821,  837, 372, 372, 775, 637, 995,  837, 850,
+    733,  850, 770, 720, 682, 812,  774, 1103, 771, 724, 725, 457, 365, 457,  838, 500,
+    500,  675, 716, 593, 716, 678,  435, 716,  712, 343, 343, 665, 343, 1042, 712, 687,
+    716,  716, 493, 595, 478, 712,  652, 924,  645, 652, 582, 712, 365, 712,  838};
+constexpr const char* kEllipsis = "\u2026";  // as wide as one em
+
+// The width of `text` (UTF-8) drawn at `size`.
+double TextWidth(const std::string& text, double size, bool bold) {
+  const unsigned short* widths = bold ? kBoldWidths : kRegularWidths;
+  double thousandths = 0;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte >= 32 && byte <= 126)
+      thousandths += widths[byte - 32];
+    else if ((byte & 0xC0) != 0x80)  // the first byte of any other character
+      thousandths += 1000;
+  }
+  return thousandths * size / 1000;
+}
+
+// `text` as it fits in `width`: whole, or cut at a character's boundary and
+// ended with an ellipsis. `cut` ends it with one even when it fits whole (text
+// that goes on beyond it).
+std::string Fitted(const std::string& text, double width, double size, bool bold,
+                   bool cut = false) {
+  if (!cut && TextWidth(text, size, bold) <= width) return text;
+  std::string kept = text;
+  while (!kept.empty() && TextWidth(kept + kEllipsis, size, bold) > width) {
+    // The last character goes whole: its first byte and those continuing it.
+    std::size_t end = kept.size() - 1;
+    while (end > 0 && (static_cast<unsigned char>(kept[end]) & 0xC0) == 0x80)
+      --end;
+    kept.erase(end);
+  }
+  while (!kept.empty() && kept.back() == ' ')
+    kept.pop_back();
+  return kept + kEllipsis;
+}
+
+// Lines that fit in `width`, cut at blanks; a word wider than a line is cut
+// with an ellipsis.
+std::vector<std::string> Wrap(const std::string& text, double width, double size, bool bold) {
   std::vector<std::string> lines;
   std::istringstream words(text);
   std::string line;
   for (std::string word; words >> word;) {
-    if (!line.empty() && line.size() + 1 + word.size() > width) {
+    std::string longer = line.empty() ? word : line;
+    if (!line.empty()) longer.append(" ").append(word);
+    if (!line.empty() && TextWidth(longer, size, bold) > width) {
       lines.push_back(line);
-      line.clear();
+      longer = word;
     }
-    line += (line.empty() ? "" : " ") + word;
+    line = Fitted(longer, width, size, bold);
   }
   if (!line.empty()) lines.push_back(line);
   return lines;
@@ -41,13 +98,15 @@ std::string Text(double x, double y, double size, const std::string& colour,
 }
 
 // The PNG of an image: the path itself when it has a folder, else the first of
-// `dirs` that has it; empty when not found.
+// `dirs` that has it as a regular file; empty when not found.
 std::string ImageBytes(const std::string& name, const std::vector<std::string>& dirs) {
   std::vector<std::string> candidates;
   if (name.find('/') != std::string::npos) candidates.push_back(name);
   for (std::string dir : dirs)
     candidates.push_back((dir += '/') += name);
   for (const std::string& path : candidates) {
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(path, ec)) continue;  // a FIFO would never end
     std::ifstream in(path, std::ios::binary);
     if (!in) continue;
     std::ostringstream bytes;
@@ -100,15 +159,15 @@ std::string ImporterPanelSvg(const QAVRbaMaterialCatalogImporterPanel& panel,
   const QAVDlgWidget* icon = panel.FindWidget("PanelIcon");
   body += Image(pad, y, iconSize, icon ? icon->GetIcon().str() : "", imageDirs);
   const double textX = pad + iconSize + 14;
-  const std::size_t textChars = static_cast<std::size_t>((width - textX - pad) / (titleSize * 0.6));
   double textY = y + titleSize;
-  for (const std::string& line : Wrap(panel.GetTitle().str(), textChars)) {
+  for (const std::string& line :
+       Wrap(panel.GetTitle().str(), width - textX - pad, titleSize, true)) {
     body += Text(textX, textY, titleSize, ps("title-color", "#1d2430"), line, true);
     textY += titleSize * 1.35;
   }
   textY += 4;
-  const std::size_t infoChars = static_cast<std::size_t>((width - textX - pad) / (infoSize * 0.52));
-  for (const std::string& line : Wrap(panel.GetInfo().str(), infoChars)) {
+  for (const std::string& line :
+       Wrap(panel.GetInfo().str(), width - textX - pad, infoSize, false)) {
     body += Text(textX, textY, infoSize, ps("info-color", "#55606e"), line);
     textY += infoSize * 1.35;
   }
@@ -143,16 +202,23 @@ std::string ImporterPanelSvg(const QAVRbaMaterialCatalogImporterPanel& panel,
             "\" stroke-width=\"" + SvgNumber(in("border-width", 1)) + "\"/>\n";
     body +=
         Image(x + 10, top + (tileHeight - thumb) / 2, thumb, item->GetPicture().str(), imageDirs);
+    // The title on one line and the description below it, both within the
+    // tile: what does not fit is cut with an ellipsis.
     const double tx = x + 10 + thumb + 12;
-    const double titleY = top + 10 + in("title-size", 13);
-    body += Text(tx, titleY, in("title-size", 13), is("title-color", "#1d2430"),
-                 item->GetTitle().str(), true);
+    const double textWidth = x + tileWidth - tx - 8;
+    const double itemTitleSize = in("title-size", 13);
+    const double titleY = top + 10 + itemTitleSize;
+    body += Text(tx, titleY, itemTitleSize, is("title-color", "#1d2430"),
+                 Fitted(item->GetTitle().str(), textWidth, itemTitleSize, true), true);
     const double descriptionSize = in("description-size", 11);
-    const std::size_t chars =
-        static_cast<std::size_t>((x + tileWidth - tx - 8) / (descriptionSize * 0.52));
+    const std::vector<std::string> lines =
+        Wrap(item->GetDescription().str(), textWidth, descriptionSize, false);
     double dy = titleY + descriptionSize + 6;
-    for (const std::string& line : Wrap(item->GetDescription().str(), chars)) {
-      if (dy > top + tileHeight - 6) break;
+    for (std::size_t i = 0; i < lines.size() && dy <= top + tileHeight - 6; ++i) {
+      const bool last = dy + descriptionSize * 1.3 > top + tileHeight - 6;
+      const std::string line = last && i + 1 < lines.size()
+                                   ? Fitted(lines[i], textWidth, descriptionSize, false, true)
+                                   : lines[i];
       body += Text(tx, dy, descriptionSize, is("description-color", "#5a6573"), line);
       dy += descriptionSize * 1.3;
     }
@@ -197,7 +263,8 @@ std::string ImporterPanelSvg(const QAVRbaMaterialCatalogImporterPanel& panel,
   svg += "<rect width=\"100%\" height=\"100%\" fill=\"" + ps("background", "#f3f4f6") + "\"/>\n";
   svg += "<rect width=\"100%\" height=\"32\" fill=\"" + ps("title-bar", "#2b3442") + "\"/>\n";
   svg += Text(pad, 21, 13, ps("title-bar-text", "#ffffff"),
-              dialog ? dialog->GetTitle().str() : std::string(), true);
+              Fitted(dialog ? dialog->GetTitle().str() : std::string(), width - 2 * pad, 13, true),
+              true);
   return svg + body + "</svg>\n";
 }
 

@@ -18,7 +18,9 @@
 //         "type": "Material",            required, text
 //         "name": "Brushed steel",       required, text
 //         "files": ["steel/albedo.png"], optional, array of entry names;
-//                                        each must be in the archive, once
+//                                        each must be a file of the
+//                                        archive (not a folder entry
+//                                        "name/"), listed once
 //         "attributes": {"Finish": "Brushed"}
 //                                        optional, object of text values
 //       }
@@ -30,13 +32,13 @@
 // backslash or a NUL. Archive entries that no object lists are allowed and
 // ignored.
 //
-// Open reads and checks the whole package before giving anything back: the
-// archive's structure, every entry's checksum (each is inflated to its end), the
-// manifest, and the amount of data. A package may not inflate to more than
-// Limits::maxTotalBytes, nor beyond max(Limits::allowance, Limits::ratio times
-// the archive's size); both are counted on the bytes actually inflated, whatever
-// the entries' headers claim. A refused package leaves the object empty, with an
-// error naming the package and the reason.
+// Open reads only a regular file: a folder, a FIFO or a device is refused
+// before anything is read from it. It reads and checks the whole package before
+// giving anything back: the archive's structure, every entry's checksum (each is
+// inflated to its end), the manifest, and the amount of data. A package may not inflate to more
+// than Limits::maxTotalBytes, nor beyond max(Limits::allowance, Limits::ratio times the archive's
+// size); both are counted on the bytes actually inflated, whatever the entries' headers claim. A
+// refused package leaves the object empty, with an error naming the package and the reason.
 #ifndef QAVContentPackage_h
 #define QAVContentPackage_h
 

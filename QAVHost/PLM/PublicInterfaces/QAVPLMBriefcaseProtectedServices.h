@@ -31,10 +31,12 @@ class QAVHOST_API QAVPLMBriefcaseProtectedServices {
   // S_OK with `ids` (in the package's order; empty for a package without
   // objects), or E_FAIL with `ids` empty and `error` (when given) telling why.
   // A report that cannot be written after a successful import gives S_FALSE
-  // (the objects are imported) with `error` telling why.
+  // (the objects are imported) with `error` telling why. `reportFile` (when
+  // given) receives the report's path, or an empty string when none was
+  // written.
   static HRESULT ImportAsRef(const QAVString& repository, const QAVUnicodeString& packagePath,
                              const Attributes& attributes, QAVListValQAVUnicodeString& ids,
-                             std::string* error = nullptr);
+                             std::string* error = nullptr, std::string* reportFile = nullptr);
 };
 
 #endif

@@ -63,6 +63,10 @@ class QAVHOST_API QAVPLMRepository {
   // Opens (creating the directory, the file and the schema when needed). S_OK,
   // or E_FAIL with `error`.
   HRESULT Open(const std::string& name, std::string& error);
+  // Opens a repository that exists, creating and writing nothing: for those
+  // who only read. E_FAIL with `error` (naming the repository and its file)
+  // when there is no such repository, or the file is not one.
+  HRESULT OpenExisting(const std::string& name, std::string& error);
   void Close();
   const std::string& GetName() const { return _name; }
 
@@ -93,6 +97,7 @@ class QAVHOST_API QAVPLMRepository {
   // The process is killed once `objects` objects are written inside an import's
   // transaction (negative: never).
   static void SimulateKillDuringImport(int objects);
+  HRESULT OpenFile(const std::string& name, bool create, std::string& error);
 
   sqlite3* _db = nullptr;
   std::string _name;

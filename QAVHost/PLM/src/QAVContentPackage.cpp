@@ -1,17 +1,18 @@
 #include "QAVContentPackage.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <zip.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <deque>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <set>
-#include <sstream>
 
 #include "QAVAtomicFile.h"
 
@@ -20,13 +21,55 @@ namespace {
 using Json = nlohmann::json;
 constexpr const char* kManifest = "manifest.json";
 
-bool ReadWholeFile(const std::string& path, std::string& bytes) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) return false;
-  std::ostringstream buffer;
-  buffer << in.rdbuf();
-  if (in.bad()) return false;
-  bytes = std::move(buffer).str();
+// Reads the whole of a regular file. Anything else (a folder, a FIFO, a device)
+// is refused before it is read: its type is checked first, and the open does
+// not wait for a writer should the path be swapped for a FIFO in between.
+// False with `reason` when the file cannot be read; a folder is said not to be
+// `expected` ("a package", "a file").
+bool ReadWholeFile(const std::string& path, const char* expected, std::string& bytes,
+                   std::string& reason) {
+  const auto kindOf = [expected](mode_t mode) -> std::string {
+    if (S_ISDIR(mode)) return std::string("is a folder, not ") + expected;
+    if (S_ISFIFO(mode)) return "is a FIFO, not a regular file";
+    if (S_ISSOCK(mode)) return "is a socket, not a regular file";
+    if (S_ISCHR(mode) || S_ISBLK(mode)) return "is a device, not a regular file";
+    return "is not a regular file";
+  };
+  struct stat info {};
+  if (::stat(path.c_str(), &info) != 0) {
+    reason = std::string("cannot be read: ") + std::strerror(errno);
+    return false;
+  }
+  if (!S_ISREG(info.st_mode)) {
+    reason = kindOf(info.st_mode);
+    return false;
+  }
+  const int fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+  if (fd < 0) {
+    reason = std::string("cannot be read: ") + std::strerror(errno);
+    return false;
+  }
+  if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) {
+    reason = kindOf(info.st_mode);
+    ::close(fd);
+    return false;
+  }
+  bytes.clear();
+  bytes.reserve(static_cast<std::size_t>(info.st_size));
+  char chunk[64 * 1024];
+  while (true) {
+    const ssize_t got = ::read(fd, chunk, sizeof chunk);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) {
+      reason = std::string("cannot be read: ") + std::strerror(errno);
+      ::close(fd);
+      bytes.clear();
+      return false;
+    }
+    if (got == 0) break;
+    bytes.append(chunk, static_cast<std::size_t>(got));
+  }
+  ::close(fd);
   return true;
 }
 
@@ -230,7 +273,8 @@ HRESULT QAVContentPackage::Open(const std::string& path, const Limits& limits, s
     return E_FAIL;
   };
   std::string bytes;
-  if (!ReadWholeFile(path, bytes)) return refuse("cannot be read");
+  std::string unread;
+  if (!ReadWholeFile(path, "a package", bytes, unread)) return refuse(unread);
   if (bytes.empty()) return refuse("not a zip archive (the file is empty)");
   if (CentralNamesHoldNul(bytes)) return refuse("an entry name holds a NUL byte");
 
@@ -259,6 +303,7 @@ HRESULT QAVContentPackage::Open(const std::string& path, const Limits& limits, s
       std::min(limits.maxTotalBytes, std::max(limits.allowance, limits.ratio * archiveSize));
   std::uint64_t inflated = 0;
   std::map<std::string, std::string> entries;
+  std::set<std::string> folders;  // the names of folder entries ("name/"), without the slash
   const zip_int64_t count = zip_get_num_entries(archive.get(), 0);
   std::vector<char> chunk(std::size_t{64} * 1024);
   for (zip_int64_t i = 0; i < count; ++i) {
@@ -297,6 +342,7 @@ HRESULT QAVContentPackage::Open(const std::string& path, const Limits& limits, s
           stat.size != content.size())
         return refuse("the entry " + Quoted(name) + " is truncated or corrupt");
     }
+    if (folder) folders.insert(name);
     entries.emplace(name, std::move(content));
   }
 
@@ -312,6 +358,9 @@ HRESULT QAVContentPackage::Open(const std::string& path, const Limits& limits, s
       if (it == entries.end())
         return refuse("object " + Quoted(object.id) + " lists " + Quoted(file) +
                       ", which is not in the archive");
+      if (folders.count(file) != 0)
+        return refuse("object " + Quoted(object.id) + " lists " + Quoted(file) +
+                      ", which the archive holds as a folder, not a file");
       if (_files.count(file) == 0) _files.emplace(file, std::move(it->second));
     }
   }
@@ -328,9 +377,16 @@ HRESULT QAVContentPackage::Pack(const std::string& dir, const std::string& out,
     error = dir + ": " + reason;
     return E_FAIL;
   };
+  std::error_code ec;
+  const fs::file_status folder = fs::status(dir, ec);
+  if (!fs::exists(folder)) return refuse("no such folder");
+  if (!fs::is_directory(folder)) return refuse("is not a folder");
+  if (fs::is_directory(fs::status(out, ec)))
+    return refuse("cannot write " + out + ": it is a folder");
   std::string manifestText;
-  if (!ReadWholeFile((fs::path(dir) / kManifest).string(), manifestText))
-    return refuse("no readable manifest.json in the folder");
+  std::string unread;
+  if (!ReadWholeFile((fs::path(dir) / kManifest).string(), "a file", manifestText, unread))
+    return refuse("no readable manifest.json in the folder (manifest.json " + unread + ")");
   std::string kind;
   std::string title;
   std::vector<Object> objects;
@@ -346,12 +402,12 @@ HRESULT QAVContentPackage::Pack(const std::string& dir, const std::string& out,
     for (const std::string& file : object.files) {
       if (!added.insert(file).second) continue;
       const fs::path where = fs::path(dir) / file;
-      std::error_code ec;
       if (!fs::is_regular_file(fs::symlink_status(where, ec)))
         return refuse("object " + Quoted(object.id) + " lists " + Quoted(file) +
                       ", which is not a regular file of the folder");
       std::string content;
-      if (!ReadWholeFile(where.string(), content)) return refuse(Quoted(file) + " cannot be read");
+      if (!ReadWholeFile(where.string(), "a file", content, unread))
+        return refuse(Quoted(file) + " " + unread);
       contents.emplace_back(file, std::move(content));
     }
   }

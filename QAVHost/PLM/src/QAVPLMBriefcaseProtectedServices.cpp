@@ -20,9 +20,9 @@ std::string UtcText(std::time_t when, const char* format) {
   return text;
 }
 
-// Writes the report in `folder`; false with `error` when it cannot.
+// Writes the report in `folder` as `file`; false with `error` when it cannot.
 bool WriteReport(const std::string& folder, const std::string& text, std::time_t when,
-                 std::string& error) {
+                 std::string& file, std::string& error) {
   static std::atomic<int> serial{0};
   std::error_code ec;
   std::filesystem::create_directories(folder, ec);
@@ -30,11 +30,12 @@ bool WriteReport(const std::string& folder, const std::string& text, std::time_t
     error = "cannot create the report folder " + folder + ": " + ec.message();
     return false;
   }
-  const std::string file = folder + "/plm-import-" + UtcText(when, "%Y%m%dT%H%M%SZ") + "-" +
-                           std::to_string(::getpid()) + "-" + std::to_string(++serial) + ".txt";
+  file = folder + "/plm-import-" + UtcText(when, "%Y%m%dT%H%M%SZ") + "-" +
+         std::to_string(::getpid()) + "-" + std::to_string(++serial) + ".txt";
   std::string writeError;
   if (!QAVAtomicFile::Write(file, text, &writeError)) {
     error = "cannot write the import report " + file + ": " + writeError;
+    file.clear();
     return false;
   }
   return true;
@@ -46,8 +47,9 @@ HRESULT QAVPLMBriefcaseProtectedServices::ImportAsRef(const QAVString& repositor
                                                       const QAVUnicodeString& packagePath,
                                                       const Attributes& attributes,
                                                       QAVListValQAVUnicodeString& ids,
-                                                      std::string* error) {
+                                                      std::string* error, std::string* reportFile) {
   ids.RemoveAll();
+  if (reportFile) reportFile->clear();
   const std::time_t when = std::time(nullptr);
   std::vector<std::pair<std::string, std::string>> given;
   std::string reportFolder;
@@ -77,10 +79,12 @@ HRESULT QAVPLMBriefcaseProtectedServices::ImportAsRef(const QAVString& repositor
     report += "Result: failed, nothing imported\nReason: " + failure + "\n";
   }
   std::string reportError;
+  std::string reportPath;
   const bool reported =
-      reportFolder.empty() || WriteReport(reportFolder, report, when, reportError);
+      reportFolder.empty() || WriteReport(reportFolder, report, when, reportPath, reportError);
+  if (reportFile) *reportFile = reportPath;
   if (!imported) {
-    if (error) *error = failure;
+    if (error) *error = reported ? failure : failure + "; " + reportError;
     return E_FAIL;
   }
   for (const std::string& id : written)

@@ -155,6 +155,14 @@ void QAVPLMRepository::SimulateUnopenable(const std::string& name) {
 void QAVPLMRepository::SimulateKillDuringImport(int objects) { killAfterObjects = objects; }
 
 HRESULT QAVPLMRepository::Open(const std::string& name, std::string& error) {
+  return OpenFile(name, true, error);
+}
+
+HRESULT QAVPLMRepository::OpenExisting(const std::string& name, std::string& error) {
+  return OpenFile(name, false, error);
+}
+
+HRESULT QAVPLMRepository::OpenFile(const std::string& name, bool create, std::string& error) {
   Close();
   const std::string file = FileOf(name);
   if (file.empty()) {
@@ -169,15 +177,28 @@ HRESULT QAVPLMRepository::Open(const std::string& name, std::string& error) {
       return E_FAIL;
     }
   }
+  // Only a regular file is a repository: SQLite would wait forever on a FIFO.
   std::error_code ec;
-  std::filesystem::create_directories(Directory(), ec);
-  if (ec) {
-    error = "cannot create the PLM directory " + Directory() + ": " + ec.message();
+  const std::filesystem::file_status status = std::filesystem::status(file, ec);
+  if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+    error = "the repository '" + name + "' (" + file + ") is not a regular file";
     return E_FAIL;
+  }
+  if (!create && !std::filesystem::exists(status)) {
+    error = "the repository '" + name + "' does not exist (no " + file + ")";
+    return E_FAIL;
+  }
+  if (create) {
+    std::filesystem::create_directories(Directory(), ec);
+    if (ec) {
+      error = "cannot create the PLM directory " + Directory() + ": " + ec.message();
+      return E_FAIL;
+    }
   }
   sqlite3* db = nullptr;
   const int opened = sqlite3_open_v2(
-      file.c_str(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
+      file.c_str(), &db,
+      SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX, nullptr);
   const auto fail = [&](const std::string& what) {
     error = "the repository '" + name + "' (" + file + "): " + what + ": " + Message(db);
     sqlite3_close(db);
@@ -185,6 +206,26 @@ HRESULT QAVPLMRepository::Open(const std::string& name, std::string& error) {
   };
   if (opened != SQLITE_OK) return fail("cannot be opened");
   sqlite3_busy_timeout(db, kBusyTimeoutMs);
+  if (!create) {
+    // A reader writes nothing, not even the schema: a file without it is not
+    // a repository.
+    int schema = -1;
+    if (Statement version = Prepare(db, "PRAGMA user_version");
+        version && sqlite3_step(version.get()) == SQLITE_ROW)
+      schema = sqlite3_column_int(version.get(), 0);
+    if (schema < 0) return fail("cannot be read");
+    if (schema != 1) {
+      error = "the repository '" + name + "' (" + file + ") is not a PLM repository (schema " +
+              std::to_string(schema) + ", not 1)";
+      sqlite3_close(db);
+      return E_FAIL;
+    }
+    if (sqlite3_exec(db, "PRAGMA foreign_keys=ON", nullptr, nullptr, nullptr) != SQLITE_OK)
+      return fail("cannot be read");
+    _db = db;
+    _name = name;
+    return S_OK;
+  }
   static const char* const kSchema =
       "PRAGMA journal_mode=WAL;"
       "PRAGMA foreign_keys=ON;"

@@ -19,8 +19,9 @@ class QAVHOST_API QAVAtomicFile {
  public:
   // Replaces the file at `path` by `content`, creating the directories above it
   // when needed. False on failure, with `error` (when given) telling what failed
-  // and why; the file at `path` is then untouched. A new file is readable by its
-  // owner only; a replaced file keeps its permissions.
+  // and why; the file at `path` is then untouched. A new file gets the
+  // permissions of any file the process creates (0666 less the umask); a
+  // replaced file keeps its own.
   static bool Write(const std::string& path, std::string_view content,
                     std::string* error = nullptr);
 

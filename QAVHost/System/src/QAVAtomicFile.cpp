@@ -5,10 +5,14 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <vector>
+#include <functional>
+#include <random>
+#include <thread>
 
 namespace {
 
@@ -53,6 +57,30 @@ bool WriteAll(int fd, std::string_view content, int& code) {
   return true;
 }
 
+// Creates "<path>.tmp.XXXXXX" with a fresh random suffix, for writing, with
+// the mode 0666 less the umask (mkstemp would give 0600 whatever the umask).
+// The descriptor, or -1 with errno set.
+int CreateTemporary(const std::string& path, std::string& temp) {
+  static constexpr char kLetters[] =
+      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+  // Seeded from the clock, the process and the thread: names need only differ
+  // most of the time, the exclusive open settles the rest.
+  thread_local std::mt19937_64 random(
+      static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()) ^
+      (static_cast<std::uint64_t>(::getpid()) << 32) ^
+      static_cast<std::uint64_t>(std::hash<std::thread::id>{}(std::this_thread::get_id())));
+  for (int attempt = 0; attempt < 100; ++attempt) {
+    temp = path + ".tmp.";
+    std::uint64_t bits = random();
+    for (int i = 0; i < 6; ++i, bits /= 62)
+      temp += kLetters[bits % 62];
+    const int fd = ::open(temp.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (fd >= 0 || errno != EEXIST) return fd;
+  }
+  errno = EEXIST;
+  return -1;
+}
+
 void SyncDirectory(const fs::path& directory) {
   const int fd = ::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (fd < 0) return;
@@ -76,17 +104,14 @@ bool QAVAtomicFile::Write(const std::string& path, std::string_view content, std
   fs::create_directories(directory, ec);
   if (ec) return SetError(error, "cannot create the directory " + directory.string(), ec.value());
 
-  std::vector<char> name(path.begin(), path.end());
-  for (const char c : std::string_view(".tmp.XXXXXX"))
-    name.push_back(c);
-  name.push_back('\0');
   if (Fails(Stage::Open))
     return SetError(error, "cannot create a temporary file beside " + path, EACCES);
-  const int fd = ::mkstemp(name.data());
+  std::string temp;
+  const int fd = CreateTemporary(path, temp);
   if (fd < 0) return SetError(error, "cannot create a temporary file beside " + path, errno);
-  const std::string temp(name.data());
 
-  // Keep the permissions of the file being replaced (mkstemp gives 0600).
+  // A replaced file keeps its permissions; a new one has those of any file the
+  // process creates (0666 less the umask), given by the open above.
   struct stat old {};
   if (::stat(path.c_str(), &old) == 0) (void)::fchmod(fd, old.st_mode & 07777);
 

@@ -42,7 +42,8 @@ class QAVHOST_API QAVSYPStyleSheet {
   // `fallback` when the class or the key is missing.
   std::string GetValue(const char* styleClass, const char* key, const States& states,
                        const std::string& fallback) const;
-  // The same read as a number; `fallback` when missing or not a number.
+  // The same read as a number, with a point as decimal separator whatever the
+  // locale; `fallback` when missing or not wholly a finite number.
   double GetNumber(const char* styleClass, const char* key, const States& states,
                    double fallback) const;
 

@@ -1,7 +1,8 @@
 #include "QAVSYPStyleSheet.h"
 
+#include <charconv>
+#include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <mutex>
@@ -133,8 +134,15 @@ std::string QAVSYPStyleSheet::GetValue(const char* styleClass, const char* key,
 double QAVSYPStyleSheet::GetNumber(const char* styleClass, const char* key, const States& states,
                                    double fallback) const {
   const std::string text = GetValue(styleClass, key, states, {});
-  if (text.empty()) return fallback;
-  char* end = nullptr;
-  const double value = std::strtod(text.c_str(), &end);
-  return end && *end == '\0' ? value : fallback;
+  // A point is the decimal separator whatever the process's locale; a value
+  // that is not wholly a finite number gives the fallback.
+  const char* first = text.c_str();
+  const char* const last = first + text.size();
+  if (first != last && *first == '+') {
+    ++first;  // from_chars takes no plus sign, nor a sign after it
+    if (first != last && *first == '-') return fallback;
+  }
+  double value = 0;
+  const auto [end, error] = std::from_chars(first, last, value, std::chars_format::general);
+  return error == std::errc() && end == last && std::isfinite(value) ? value : fallback;
 }
