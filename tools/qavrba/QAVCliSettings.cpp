@@ -1,5 +1,6 @@
 // qavrba settings: the rendering setting repositories on the command line.
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -37,6 +38,24 @@ std::string Quoted(const std::string& text) {
 
 QAVSettingRepository* Open(const std::string& name) {
   return QAVSettingRepository::GetRepository(QAVString(name), 0, 1, nullptr);
+}
+
+// A repository the user may name: one of the rendering ones, or one that was
+// saved or holds keys. Any other name would open a new, empty repository and
+// hide a misspelt one.
+bool Exists(QAVSettingRepository& repository, const std::string& name) {
+  for (const auto& schema : QAVRbaRenderingSettings::kRepositories)
+    if (name == schema.name) return true;
+  std::error_code ec;
+  return std::filesystem::exists(repository.GetFilePath().c_str(), ec) ||
+         !repository.GetKeys().empty();
+}
+
+int NoRepository(const std::string& name) {
+  std::string names;
+  for (const auto& schema : QAVRbaRenderingSettings::kRepositories)
+    names += std::string(names.empty() ? "" : ", ") + schema.name;
+  return qavcli::Fail("no setting repository '" + name + "' (the rendering ones: " + names + ")");
 }
 
 int NotDeclared(const std::string& repository, const std::string& key) {
@@ -80,6 +99,7 @@ int Show(const std::string& only) {
   for (std::size_t i = 0; i < names.size(); ++i) {
     QAVSettingRepository* repository = Open(names[i]);
     if (!repository) return qavcli::Fail("no setting repository '" + names[i] + "'");
+    if (!Exists(*repository, names[i])) return NoRepository(names[i]);
     if (i) std::printf("\n");
     ShowRepository(*repository);
   }
@@ -89,6 +109,7 @@ int Show(const std::string& only) {
 int Get(const std::string& name, const std::string& key) {
   QAVSettingRepository* repository = Open(name);
   if (!repository) return qavcli::Fail("no setting repository '" + name + "'");
+  if (!Exists(*repository, name)) return NoRepository(name);
   if (repository->GetSettingType(key.c_str()) == QAVSettingType::None)
     return NotDeclared(name, key);
   for (const std::string& value : repository->GetSettingTexts(key.c_str()))
@@ -101,6 +122,7 @@ int Set(const std::string& name, const std::string& key, const std::vector<std::
         bool list) {
   QAVSettingRepository* repository = Open(name);
   if (!repository) return qavcli::Fail("no setting repository '" + name + "'");
+  if (!Exists(*repository, name)) return NoRepository(name);
   const QAVSettingType type = repository->GetSettingType(key.c_str());
   if (type == QAVSettingType::None) return NotDeclared(name, key);
   const int count = repository->GetSettingCount(key.c_str());
