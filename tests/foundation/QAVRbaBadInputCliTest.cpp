@@ -62,6 +62,12 @@ const Row kRows[] = {
     {"settings get RenderingLiveSettings NoKey", 1, "'NoKey' is not declared"},
     {"settings set NoSuchRepo Key 1", 1, "no setting repository 'NoSuchRepo'"},
     {"settings set RenderingLiveSettings ColorProfileSelectedIndex", 2, "values is required"},
+    // A setting's values are checked against its declared type once the
+    // repository is read.
+    {"settings set RenderingLiveSettings ColorProfileSelectedIndex abc", 1,
+     "\"abc\" is not an int"},
+    {"settings set RenderingLiveSettings FNumber 1e40", 1, "\"1e40\" is out of range for a float"},
+    {"settings set RenderingLiveSettings FNumber nan", 1, "\"nan\" is not a finite float"},
 
     // files
     {"files list missing", 1, "'missing': no such directory"},
@@ -133,6 +139,10 @@ const Row kRows[] = {
     {"dof focus box.json --mode 0 --distance -1", 2, "--distance"},
     {"dof focus box.json --mode 0 --distance inf", 2, "'inf' is not a finite number"},
     {"dof focus box.json --mode 2 --point 1 2", 2, "--point"},
+    {"dof focus box.json --mode 2", 2, "--mode 2 focuses on a point: give --point"},
+    {"dof focus box.json --mode 0", 2, "--mode 0 focuses at a distance: give --distance"},
+    {"dof focus box.json --distance 100", 2, "--distance is for --mode 0, not --mode 1"},
+    {"dof focus box.json --mode 0 --distance 1 --point 0 0 0", 2, "--point is for --mode 2"},
     {"dof focus box.json -o focus.jpg", 2, "'focus.jpg'", "", "focus.jpg"},
 
     // scene
@@ -263,6 +273,9 @@ class BadInputCliTest : public qavtest::ProgramTest {
     fs::create_directories(_scratch.path() / "folder");
     fs::create_directories(_scratch.path() / "folder.png");
     fs::permissions(_scratch.path() / "unreadable", fs::perms::none);
+    // The rendering settings declared, as a user starts.
+    const qavtest::ProgramRun init = RunRow({"settings init", 0, ""});
+    ASSERT_EQ(init.status, 0) << init.err;
     ASSERT_EQ(::mkfifo((_scratch.path() / "fifo").c_str(), 0600), 0);
   }
 

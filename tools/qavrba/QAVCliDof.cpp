@@ -206,14 +206,31 @@ void Setup(CLI::App& program) {
   focusCommand->add_option("scene", focus->scene, "Scene file (JSON)")->required();
   focusCommand->add_option("--mode", focus->mode, "0 distance, 1 autofocus, 2 point")
       ->check(CLI::Range(0, 2));
-  focusCommand->add_option("--distance", focus->distance, "The distance of mode 0")
-      ->check(qavcli::FiniteNumber(0, 1e12));
+  CLI::Option* distance =
+      focusCommand->add_option("--distance", focus->distance, "The distance of mode 0")
+          ->check(qavcli::FiniteNumber(0, 1e12));
   focusCommand->add_option("--point", focus->point, "X Y Z of mode 2")
       ->expected(3)
       ->check(qavcli::FiniteNumber(-1e12, 1e12));
   qavcli::AddPictureOption(focusCommand, focus->output,
                            "A picture of the view with the focus point marked");
-  qavcli::OnRun(focusCommand, [focus] { return Focus(*focus); });
+  qavcli::OnRun(focusCommand, [focus, distance] {
+    // Each mode takes its own input, and only its own: a value given to
+    // another mode would be ignored unseen.
+    const bool hasDistance = distance->count() > 0;
+    const bool hasPoint = !focus->point.empty();
+    if (focus->mode == 0 && !hasDistance)
+      return qavcli::UsageError("dof focus --mode 0 focuses at a distance: give --distance D");
+    if (focus->mode == 2 && !hasPoint)
+      return qavcli::UsageError("dof focus --mode 2 focuses on a point: give --point X Y Z");
+    if (focus->mode != 0 && hasDistance)
+      return qavcli::UsageError("--distance is for --mode 0, not --mode " +
+                                std::to_string(focus->mode));
+    if (focus->mode != 2 && hasPoint)
+      return qavcli::UsageError("--point is for --mode 2, not --mode " +
+                                std::to_string(focus->mode));
+    return Focus(*focus);
+  });
 }
 
 }  // namespace
