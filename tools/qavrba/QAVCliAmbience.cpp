@@ -37,8 +37,10 @@ int Resolve(const std::vector<std::string>& presets) {
   for (const std::string& preset : presets)
     if (!KnownPreset(preset)) {
       std::string names;
-      for (const char* known : kPresets)
-        names += std::string(names.empty() ? "" : " ") + known;
+      for (const char* known : kPresets) {
+        if (!names.empty()) names += ' ';
+        names += known;
+      }
       return qavcli::UsageError("unknown preset \"" + preset + "\" (" + names + ")");
     }
   bool noted = false;

@@ -53,8 +53,10 @@ bool Exists(QAVSettingRepository& repository, const std::string& name) {
 
 int NoRepository(const std::string& name) {
   std::string names;
-  for (const auto& schema : QAVRbaRenderingSettings::kRepositories)
-    names += std::string(names.empty() ? "" : ", ") + schema.name;
+  for (const auto& schema : QAVRbaRenderingSettings::kRepositories) {
+    if (!names.empty()) names += ", ";
+    names += schema.name;
+  }
   return qavcli::Fail("no setting repository '" + name + "' (the rendering ones: " + names + ")");
 }
 
