@@ -1,6 +1,7 @@
 // qavrba scene and the focus commands on the shipped showroom, as a user runs them.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -78,7 +79,10 @@ TEST_F(SceneCliTest, FocusAndCircle) {
   const std::size_t top = 3 * (static_cast<std::size_t>(270 - 173) * 960 + 480);  // 172.5 up
   EXPECT_EQ(rgb[top], 255);
   EXPECT_EQ(rgb[top + 1], 196);
-  EXPECT_EQ(qavtest::RunQavrba("scene view " + _showroom + " -o .", _scratch).status, 1);
+  // "." names no picture (a usage error); a folder named like one cannot be written.
+  EXPECT_EQ(qavtest::RunQavrba("scene view " + _showroom + " -o .", _scratch).status, 2);
+  std::filesystem::create_directories(_scratch.path() / "folder.png");
+  EXPECT_EQ(qavtest::RunQavrba("scene view " + _showroom + " -o folder.png", _scratch).status, 1);
   EXPECT_EQ(qavtest::RunQavrba("scene view " + _showroom, _scratch).status, 2);
 
   run = qavtest::RunQavrba("dof circle " + _showroom + " -o circle.svg", _scratch);

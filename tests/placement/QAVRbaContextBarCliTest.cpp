@@ -29,6 +29,19 @@ TEST_F(ContextBarCliTest, BarRowsAndTheirPictures) {
   EXPECT_EQ(svg.rfind("<svg", 0), 0u);
   EXPECT_NE(svg.find("<title>QAVRbaContextBarTypeSphericalHdr</title>"), std::string::npos);
 
+  // No mapping type yet: the container shows no type's button first, as the
+  // bars do before an object is placed, not the planar one.
+  run = qavtest::RunQavrba("bar sticker --mapping none -o none.svg", _scratch);
+  ASSERT_EQ(run.status, 0) << run.err;
+  EXPECT_NE(run.out.find("QAVRbaUIContextBarStickerComponent, mapping none\n"), std::string::npos);
+  EXPECT_NE(run.out.find("  QAVCmdContainer MappingCommandsContainer\n"
+                         "    QAVCmdStarter \n"
+                         "    QAVCmdStarter QAVRbaContextBarTypePlanarHdr\n"),
+            std::string::npos)
+      << run.out;
+  EXPECT_NE(qavtest::ReadFile(_scratch.path() / "none.svg").find("<title>(nameless)</title>"),
+            std::string::npos);
+
   run = qavtest::RunQavrba("bar cropmode", _scratch);
   ASSERT_EQ(run.status, 0) << run.err;
   EXPECT_NE(run.out.find("  QAVCmdSeparator pRowSeparator4\n"), std::string::npos);

@@ -29,6 +29,13 @@ int UsageError(const std::string& message);
 
 // A validator of finite numbers (no infinity, no NaN) within [low, high].
 CLI::Validator FiniteNumber(double low, double high);
+// A validator of numbers a float holds: finite and within its range.
+CLI::Validator FiniteFloat();
+
+// Why `path` cannot be read as an input file: it is missing, a folder, a FIFO
+// or another file that is not a regular one, or unreadable; empty when it can
+// be. Checked before the file is opened, so that a FIFO never blocks.
+std::string UnreadableFile(const std::string& path);
 
 // The shipped resources directory: QAVRBA_RESOURCES if set, else the installed
 // copy, else the source tree's.

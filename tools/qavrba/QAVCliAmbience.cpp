@@ -20,7 +20,29 @@ void NoteEmptyPath() {
       QAVRbaEnvironment::GraphicPath() ? "searched without a studio folder" : "not set");
 }
 
+// The presets the panel offers; the service takes any other name for the
+// default image, which would hide a misspelt one.
+constexpr const char* kPresets[] = {"PureWhite",  "WhiteMirror", "WhiteReview", "DarkMirror",
+                                    "DarkReview", "WhiteDesign", "BlueDesign",  "DarkDesign",
+                                    "Outdoor",    "Studio",      "Indoor",      "Road",
+                                    "City",       "None",        "Custom"};
+
+bool KnownPreset(const std::string& name) {
+  for (const char* preset : kPresets)
+    if (name == preset) return true;
+  return false;
+}
+
 int Resolve(const std::vector<std::string>& presets) {
+  for (const std::string& preset : presets)
+    if (!KnownPreset(preset)) {
+      std::string names;
+      for (const char* known : kPresets) {
+        if (!names.empty()) names += ' ';
+        names += known;
+      }
+      return qavcli::UsageError("unknown preset \"" + preset + "\" (" + names + ")");
+    }
   bool noted = false;
   for (const std::string& preset : presets) {
     QAVString name;

@@ -64,7 +64,10 @@ int Bar(const std::string& kind, const std::string& mapping, const std::string& 
     return qavcli::UsageError("unknown mapping type \"" + mapping + "\" (" +
                               qavcli::MappingTypeNames() + ")");
   QAVHostDriver session;
-  QAVRbaContextBarManager::GetContextBarManager()->SetCurrentMappingType(type);
+  // The type as it stands, "none" (-1) included: the bars then show the
+  // mapping container with no type's button first.
+  QAVRbaContextBarManager::GetContextBarManager()->SetCurrentMappingType(
+      static_cast<QAVRbaContextBarManager::MappingType>(type));
   auto frame = QAVMakeRef<QAVAfrCtxBarFrame>(QAVString(lateType.c_str()));
   if (FAILED(frame->Show())) return qavcli::Fail("the bar " + lateType + " could not be made");
   std::printf("%s, mapping %s\n%s", lateType.c_str(), qavcli::MappingTypeName(type).c_str(),
@@ -84,7 +87,7 @@ void Setup(CLI::App& program) {
   bar->add_option("--mapping", *mapping,
                   "The current mapping type: planar (default), spherical, finite-cylindrical, "
                   "infinite-cylindrical, cubical, uv or none");
-  bar->add_option("-o,--output", *out, "A picture of the bar (.svg, or .png)");
+  qavcli::AddPictureOption(bar, *out, "A picture of the bar");
   qavcli::OnRun(bar, [kind, mapping, out] { return Bar(*kind, *mapping, *out); });
 }
 

@@ -1,5 +1,5 @@
-// qavrba blackbody: the normalised colour of black bodies, as text or as an SVG
-// colour strip with a temperature scale.
+// qavrba blackbody: the normalised colour of black bodies, as text or as a picture
+// of a colour strip with a temperature scale.
 //
 // Hex colours: each component of the tint is clamped to 0..1 (a slightly
 // negative blue of a very warm source becomes 0; nothing is above 1 after the
@@ -15,7 +15,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <limits>
 #include <memory>
 #include <sstream>
@@ -25,6 +24,7 @@
 
 #include "QAVCli.h"
 #include "QAVCliDemoParts.h"
+#include "QAVCliPicture.h"
 #include "QAVRbaBlackbody.h"
 
 namespace {
@@ -182,10 +182,7 @@ int StripCommand(float from, float to, const std::string& output) {
         "every colour of the strip would be black: black bodies have a colour "
         "from " +
         RangeText());
-  std::ofstream out(output, std::ios::binary | std::ios::trunc);
-  out << Strip(from, to);
-  out.close();
-  if (!out) return qavcli::Fail("cannot write '" + output + "'");
+  if (const int status = qavcli::WritePicture(output, Strip(from, to))) return status;
   std::printf("%s: %g K to %g K\n", output.c_str(), static_cast<double>(from),
               static_cast<double>(to));
   if (from < MeaningfulRange().from)
@@ -232,7 +229,7 @@ CLI::Validator KelvinCheck() {
 
 void Setup(CLI::App& program) {
   CLI::App* blackbody = program.add_subcommand(
-      "blackbody", "Colours of black bodies: tints, or a colour strip as SVG with --strip.");
+      "blackbody", "Colours of black bodies: tints, or a picture of a colour strip with --strip.");
   blackbody->footer(
       "Tints are normalised linear RGB (0 K means 6500 K); hex colours clamp them to 0..1, with "
       "no transfer curve. Black bodies have a colour from " +
@@ -266,7 +263,7 @@ void Setup(CLI::App& program) {
                 return {};
               },
               "FROM:TO"));
-  CLI::Option* out = blackbody->add_option("-o,--output", *output, "The SVG file of the strip");
+  CLI::Option* out = qavcli::AddPictureOption(blackbody, *output, "The strip");
   strip->needs(out);
   out->needs(strip);
   temperatures->excludes(strip);

@@ -1,6 +1,7 @@
 // qavrba camera: the photographic ladders and the exposure correction of an
 // aperture.
 #include <array>
+#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -109,7 +110,23 @@ void Setup(CLI::App& program) {
       "ev",
       "The exposure correction (EV from f/8) of each f-number F of the aperture ladder; "
       "6.5 off the ladder, 0 for 0 and inf.");
-  ev->add_option("f", *apertures, "F-numbers (nan and inf accepted)")->required();
+  // Infinity and NaN are asked for by name; a number too large for a float
+  // would become infinity unseen.
+  const CLI::Validator finite = qavcli::FiniteFloat();
+  ev->add_option("f", *apertures, "F-numbers (nan and inf accepted)")
+      ->required()
+      ->check(CLI::Validator(
+          [finite](std::string& text) -> std::string {
+            std::string lowered;
+            for (const char c : text)
+              lowered += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+            if (lowered == "inf" || lowered == "+inf" || lowered == "infinity" ||
+                lowered == "nan" || lowered == "-nan" || lowered == "-inf")
+              return {};
+            std::string copy = text;
+            return finite(copy);
+          },
+          "NUMBER"));
   ev->add_flag("--json", *evJson, "Write a JSON array of {aperture, ev, onLadder}");
   qavcli::OnRun(ev, [apertures, evJson] { return Ev(*apertures, *evJson); });
 }

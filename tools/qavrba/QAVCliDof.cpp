@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,7 +13,7 @@
 #include "QAVCliScene.h"
 #include "QAVModelObject.h"
 #include "QAVPickPath.h"
-#include "QAVPngFile.h"
+#include "QAVRbaEnvironment.h"
 #include "QAVRbaLiveUIServices.h"
 #include "QAVRbaRenderingSettings.h"
 #include "QAVSettingRepository.h"
@@ -26,6 +27,19 @@ std::string Aperture(float aperture) {
   return text;
 }
 
+// Why no bokeh texture is found for a valid f-number: where the search looked.
+std::string NoBokehTexture() {
+  const char* path = QAVRbaEnvironment::GraphicPath();
+  if (!path || !*path)
+    return "no bokeh texture: QAVGraphicPath is not set (the textures are found under dof/ of "
+           "its entries, its last entry excepted)";
+  if (!std::strchr(path, ':'))
+    return std::string("no bokeh texture: QAVGraphicPath \"") + path +
+           "\" has one entry, and its last entry is never searched";
+  return std::string("no bokeh texture under dof/ of QAVGraphicPath \"") + path +
+         "\" (its last entry excepted)";
+}
+
 int Bokeh(const std::vector<float>& apertures) {
   int status = 0;
   for (const float aperture : apertures) {
@@ -34,10 +48,8 @@ int Bokeh(const std::vector<float>& apertures) {
       std::printf("%s\t%s\n", Aperture(aperture).c_str(), path.c_str());
     } else {
       status = qavcli::Fail(
-          !(aperture > 0.0F)
-              ? Aperture(aperture) + ": an aperture must be a number above 0"
-              : Aperture(aperture) +
-                    ": no bokeh texture under dof/ of QAVGraphicPath (its last entry excepted)");
+          Aperture(aperture) + ": " +
+          (!(aperture > 0.0F) ? "an aperture must be a number above 0" : NoBokehTexture()));
     }
   }
   return status;
@@ -109,6 +121,18 @@ std::string FocusedObject(QAV3DViewer& viewer, float distance) {
   return "";
 }
 
+// Why the autofocus found no distance: what lies at the view's centre.
+std::string NoAutofocus(QAV3DViewer& viewer) {
+  float width = 0.0F;
+  float height = 0.0F;
+  viewer.GetGraphicSize(width, height);
+  std::vector<QAVRef<QAVPickPath>> paths;
+  viewer.Pick(static_cast<int>(width * 0.5F), static_cast<int>(height * 0.5F), 1, 1, 0, paths);
+  if (paths.empty()) return "no focus: nothing lies at the centre of the view";
+  return "no focus: only stickers, cameras, lights or environments lie at the centre of the "
+         "view, and the autofocus passes over them";
+}
+
 int Focus(const FocusOptions& options) {
   const std::unique_ptr<QAVHostDriver> driver = qavcli::OpenScene(options.scene);
   if (!driver) return 1;
@@ -126,10 +150,7 @@ int Focus(const FocusOptions& options) {
   QAV3DViewer* viewer = driver->GetSceneViewer();
   float distance = 0.0F;
   if (FAILED(QAVRbaLiveUIServices::SetFocusOnViewpoint(viewer, camera, distance)))
-    return qavcli::Fail(options.mode == 1
-                            ? "no focus: nothing but stickers, cameras, lights or environments "
-                              "at the centre of the view"
-                            : "no focus");
+    return qavcli::Fail(options.mode == 1 ? NoAutofocus(*viewer) : "no focus");
   const std::string object = options.mode == 1 ? FocusedObject(*viewer, distance) : "";
   std::printf("%g%s%s\n", static_cast<double>(distance), object.empty() ? "" : "\t",
               object.c_str());
@@ -160,9 +181,7 @@ int Focus(const FocusOptions& options) {
     QAVViewRenderer::DrawRing(*view, x, y, 9, 2.5, 255, 196, 40);
     QAVViewRenderer::DrawRing(*view, x, y, 1.5, 3, 255, 196, 40);
   }
-  std::string error;
-  if (FAILED(QAVPngFile::Write(*view, options.output, error))) return qavcli::Fail(error);
-  return 0;
+  return qavcli::WritePicture(options.output, *view);
 }
 
 void Setup(CLI::App& program) {
@@ -171,7 +190,7 @@ void Setup(CLI::App& program) {
   auto apertures = std::make_shared<std::vector<float>>();
   CLI::App* bokeh = dof->add_subcommand(
       "bokeh", "The bokeh texture of each f-number F, found under dof/ along QAVGraphicPath.");
-  bokeh->add_option("f", *apertures, "F-numbers")->required();
+  bokeh->add_option("f", *apertures, "F-numbers")->required()->check(qavcli::FiniteFloat());
   qavcli::OnRun(bokeh, [apertures] { return Bokeh(*apertures); });
 
   auto circleScene = std::make_shared<std::string>();
@@ -179,9 +198,8 @@ void Setup(CLI::App& program) {
   CLI::App* circle = dof->add_subcommand(
       "circle", "The focus circle over the view of a scene: centre, radius, unusable band.");
   circle->add_option("scene", *circleScene, "Scene file (JSON)")->required();
-  circle->add_option("-o,--output", *circleOut,
-                     "A picture of the view with the band and the circle, to scale: .svg, or "
-                     ".png (through rsvg-convert)");
+  qavcli::AddPictureOption(circle, *circleOut,
+                           "A picture of the view with the band and the circle, to scale");
   qavcli::OnRun(circle, [circleScene, circleOut] { return Circle(*circleScene, *circleOut); });
 
   auto focus = std::make_shared<FocusOptions>();
@@ -192,14 +210,31 @@ void Setup(CLI::App& program) {
   focusCommand->add_option("scene", focus->scene, "Scene file (JSON)")->required();
   focusCommand->add_option("--mode", focus->mode, "0 distance, 1 autofocus, 2 point")
       ->check(CLI::Range(0, 2));
-  focusCommand->add_option("--distance", focus->distance, "The distance of mode 0")
-      ->check(qavcli::FiniteNumber(0, 1e12));
+  CLI::Option* distance =
+      focusCommand->add_option("--distance", focus->distance, "The distance of mode 0")
+          ->check(qavcli::FiniteNumber(0, 1e12));
   focusCommand->add_option("--point", focus->point, "X Y Z of mode 2")
       ->expected(3)
       ->check(qavcli::FiniteNumber(-1e12, 1e12));
-  focusCommand->add_option("-o,--output", focus->output,
-                           "A PNG picture of the view with the focus point marked");
-  qavcli::OnRun(focusCommand, [focus] { return Focus(*focus); });
+  qavcli::AddPictureOption(focusCommand, focus->output,
+                           "A picture of the view with the focus point marked");
+  qavcli::OnRun(focusCommand, [focus, distance] {
+    // Each mode takes its own input, and only its own: a value given to
+    // another mode would be ignored unseen.
+    const bool hasDistance = distance->count() > 0;
+    const bool hasPoint = !focus->point.empty();
+    if (focus->mode == 0 && !hasDistance)
+      return qavcli::UsageError("dof focus --mode 0 focuses at a distance: give --distance D");
+    if (focus->mode == 2 && !hasPoint)
+      return qavcli::UsageError("dof focus --mode 2 focuses on a point: give --point X Y Z");
+    if (focus->mode != 0 && hasDistance)
+      return qavcli::UsageError("--distance is for --mode 0, not --mode " +
+                                std::to_string(focus->mode));
+    if (focus->mode != 2 && hasPoint)
+      return qavcli::UsageError("--point is for --mode 2, not --mode " +
+                                std::to_string(focus->mode));
+    return Focus(*focus);
+  });
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // qavrba files: directory listing and the backplate and texture searches.
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -22,8 +23,14 @@ int List(const std::string& directory, const std::vector<std::string>& extension
   int isDirectory = 0;
   if (FAILED(
           QAVRbaPathAndFileServices::GetFileInfo(QAVUnicodeString(directory), "", isDirectory)) ||
-      !isDirectory || _QAVFileAccess(QAVUnicodeString(directory), QAV_ACCESS_READ, 0) != 0)
+      !isDirectory || _QAVFileAccess(QAVUnicodeString(directory), QAV_ACCESS_READ, 0) != 0) {
+    std::error_code ec;
+    if (!std::filesystem::exists(directory, ec))
+      return qavcli::Fail("'" + directory + "': no such directory");
+    if (!std::filesystem::is_directory(directory, ec))
+      return qavcli::Fail("'" + directory + "' is not a directory");
     return qavcli::Fail("cannot read the directory '" + directory + "'");
+  }
   if (!files) return qavcli::Fail("out of memory");
   for (const QAVUnicodeString& name : *files)
     std::printf("%s\n", name.c_str());

@@ -12,6 +12,7 @@
 #include "QAVCliPicture.h"
 #include "QAVCliScene.h"
 #include "QAVModelObject.h"
+#include "QAVMsgCatalog.h"
 #include "QAVPickPath.h"
 #include "QAVRbaLiveHUDDlg.h"
 #include "QAVRbaLiveHUDSingleton.h"
@@ -91,6 +92,14 @@ std::vector<std::string> HudLines(QAVHostDriver& driver, const HudOptions& optio
 int Hud(const HudOptions& options) {
   // The HUD's texts are in the shipped message catalogs unless told otherwise.
   ::setenv("QAVHOST_RESOURCE_PATH", qavcli::ResourcesDir().c_str(), 0);
+  // Without its catalog the HUD has no texts: it would show nothing at all.
+  if (QAVMsgCatalog::GetCatalogPath(QAVString("QAVRbaLiveHUDDlg")).empty()) {
+    const char* searched = std::getenv("QAVHOST_RESOURCE_PATH");
+    return qavcli::Fail(
+        std::string("the live HUD's message catalog QAVRbaLiveHUDDlg.catalog is in no msgcatalog/ "
+                    "folder of QAVHOST_RESOURCE_PATH \"") +
+        (searched ? searched : "") + "\"");
+  }
   const std::unique_ptr<QAVHostDriver> driver = qavcli::OpenScene(options.scene);
   if (!driver) return 1;
   const std::vector<std::string> lines = HudLines(*driver, options);
@@ -111,8 +120,7 @@ void Setup(CLI::App& program) {
       "The live renderer's heads-up display over the view of a scene: its lines, and "
       "with -o a picture of it over the view.");
   hud->add_option("scene", options->scene, "Scene file (JSON)")->required();
-  hud->add_option("-o,--output", options->output,
-                  "The picture to write: .svg, or .png (through rsvg-convert)");
+  qavcli::AddPictureOption(hud, options->output, "The HUD over the view");
   hud->add_option("--resources", options->resources, "The resources text");
   hud->add_option("--total", options->total, "The total")->check(CLI::Range(0, 1 << 30));
   hud->add_option("--render", options->render, "The frames rendered text");

@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -32,6 +31,10 @@ std::string Num(double value) {
 
 // Reads a profile; on failure prints the reason and returns null.
 QAVRef<QAVRbaLightProfile> Load(const std::string& path) {
+  if (const std::string why = qavcli::UnreadableFile(path); !why.empty()) {
+    qavcli::Fail("cannot read the IES file " + why);
+    return nullptr;
+  }
   auto profile = QAVMakeRef<QAVRbaLightProfile>();
   if (!profile->ReadIESFile(QAVUnicodeString(path))) {
     qavcli::Fail("cannot read the IES file '" + path + "': " + profile->GetLastError().str());
@@ -330,10 +333,7 @@ int Plot(const std::string& file, const std::string& out) {
   const auto profile = Load(file);
   if (!profile) return 1;
   const std::string svg = PlotSvg(*profile, std::filesystem::path(file).filename().string());
-  std::ofstream stream(out, std::ios::binary | std::ios::trunc);
-  stream << svg;
-  stream.close();
-  if (!stream) return qavcli::Fail("cannot write '" + out + "'");
+  if (const int status = qavcli::WritePicture(out, svg)) return status;
   std::printf("%s\n", out.c_str());
   return 0;
 }
@@ -373,10 +373,10 @@ void Setup(CLI::App& program) {
       ->check(qavcli::FiniteNumber(0.01, 180.0));
   qavcli::OnRun(grid, [arguments] { return Grid(arguments->file, arguments->step); });
 
-  CLI::App* plot = ies->add_subcommand(
-      "plot", "Polar candela diagram (SVG) of the C0-C180 and C90-C270 planes.");
+  CLI::App* plot =
+      ies->add_subcommand("plot", "Polar candela diagram of the C0-C180 and C90-C270 planes.");
   fileOption(plot);
-  plot->add_option("-o,--output", arguments->output, "The SVG file written")->required();
+  qavcli::AddPictureOption(plot, arguments->output, "The diagram")->required();
   qavcli::OnRun(plot, [arguments] { return Plot(arguments->file, arguments->output); });
 }
 

@@ -378,13 +378,7 @@ void Setup(CLI::App& program) {
   CLI::App* panel =
       import->add_subcommand("panel", "The panel as the user sees it, as SVG or (.png) PNG.");
   common(panel);
-  panel->add_option("-o,--output", options->output, "Picture file (.svg or .png)")
-      ->required()
-      ->check(CLI::Validator(
-          [](const std::string& path) -> std::string {
-            return path.empty() ? "the value may not be empty" : std::string();
-          },
-          "FILE"));
+  qavcli::AddPictureOption(panel, options->output, "The panel")->required();
   qavcli::OnRun(panel, [options] { return Panel(*options); });
   CLI::App* run = import->add_subcommand(
       "run",

@@ -2,9 +2,13 @@
 
 #include <unistd.h>
 
+#include <sys/stat.h>
 #include <sys/wait.h>
+#include <cctype>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 
@@ -39,12 +43,126 @@ std::string Base64(const std::string& bytes) {
 
 namespace {
 
-bool WriteFile(const std::string& path, const std::string& text) {
+std::string Lowered(std::string text) {
+  for (char& c : text)
+    c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return text;
+}
+
+const char* const kPictureNames = "a picture is written as .png or .svg";
+
+// A file beside `path` for the bytes to come; empty, with `error`, when none
+// can be made there.
+std::string TemporaryBeside(const std::string& path, std::string& error) {
+  std::string name = path + ".XXXXXX";
+  const int fd = ::mkstemp(name.data());
+  if (fd < 0) {
+    error = std::strerror(errno);
+    return {};
+  }
+  // The permissions a file made by the user gets, not mkstemp's private ones.
+  const mode_t mask = ::umask(0);
+  ::umask(mask);
+  (void)::fchmod(fd, 0666 & ~mask);
+  ::close(fd);
+  return name;
+}
+
+bool WriteBytes(const std::string& path, const std::string& bytes) {
   std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  return out && out.write(text.data(), static_cast<std::streamsize>(text.size())) && out.flush();
+  return out && out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())) && out.flush();
+}
+
+// Puts the finished file `made` in place of `path`: 0, or 1 with the reason
+// (and `made` removed).
+int Replace(const std::string& made, const std::string& path) {
+  if (std::rename(made.c_str(), path.c_str()) == 0) return 0;
+  const std::string why = std::strerror(errno);
+  std::error_code ec;
+  std::filesystem::remove(made, ec);
+  return Fail(path + ": cannot be written: " + why);
+}
+
+// Writes `bytes` as the whole of `path`, or nothing.
+int WriteWhole(const std::string& path, const std::string& bytes) {
+  std::string error;
+  const std::string made = TemporaryBeside(path, error);
+  if (made.empty()) return Fail(path + ": cannot be written: " + error);
+  if (!WriteBytes(made, bytes)) {
+    std::error_code ec;
+    std::filesystem::remove(made, ec);
+    return Fail(path + ": cannot be written");
+  }
+  return Replace(made, path);
+}
+
+// The PNG made from `svg` by rsvg-convert, as the whole of `path`.
+int WriteConverted(const std::string& path, const std::string& svg) {
+  std::string error;
+  const std::string source = TemporaryBeside(path, error);
+  if (source.empty()) return Fail(path + ": cannot be written: " + error);
+  const std::string made = TemporaryBeside(path, error);
+  std::error_code ec;
+  if (made.empty() || !WriteBytes(source, svg)) {
+    std::filesystem::remove(source, ec);
+    if (!made.empty()) std::filesystem::remove(made, ec);
+    return Fail(path + ": cannot be written" + (error.empty() ? "" : ": " + error));
+  }
+  const pid_t child = ::fork();
+  if (child == 0) {
+    ::execlp("rsvg-convert", "rsvg-convert", source.c_str(), "-o", made.c_str(), nullptr);
+    ::_exit(127);
+  }
+  int status = -1;
+  if (child > 0) ::waitpid(child, &status, 0);
+  std::filesystem::remove(source, ec);
+  if (child < 0 || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+    std::filesystem::remove(made, ec);
+    if (child < 0 || !WIFEXITED(status) || WEXITSTATUS(status) == 127)
+      return Fail(
+          "a PNG picture needs rsvg-convert: sudo apt-get install -y librsvg2-bin (or "
+          "write an .svg)");
+    return Fail(path + ": cannot be written: rsvg-convert failed");
+  }
+  return Replace(made, path);
+}
+
+int UnknownPictureName(const std::string& path) {
+  return UsageError("'" + path + "': " + kPictureNames);
 }
 
 }  // namespace
+
+bool PictureFormatOf(const std::string& path, PictureFormat& format) {
+  const std::string name = std::filesystem::path(path).filename().string();
+  const std::string lowered = Lowered(name);
+  const auto endsWith = [&lowered](const char* extension) {
+    const std::size_t n = std::strlen(extension);
+    // A name that is only the extension (".png") names no picture.
+    return lowered.size() > n && lowered.compare(lowered.size() - n, n, extension) == 0;
+  };
+  if (endsWith(".png")) {
+    format = PictureFormat::Png;
+    return true;
+  }
+  if (endsWith(".svg")) {
+    format = PictureFormat::Svg;
+    return true;
+  }
+  return false;
+}
+
+CLI::Option* AddPictureOption(CLI::App* command, std::string& path, const std::string& what) {
+  return command
+      ->add_option("-o,--output", path, what + ": PNG for a .png name, SVG for a .svg name")
+      ->check(CLI::Validator(
+          [](std::string& text) -> std::string {
+            PictureFormat format{};
+            return PictureFormatOf(text, format) ? std::string()
+                                                 : "'" + text + "': " + kPictureNames;
+          },
+          "FILE.png|FILE.svg"));
+}
 
 std::string SvgOverView(const QAVPixelImage& view) {
   std::string png;
@@ -82,26 +200,19 @@ std::string SvgEscaped(const std::string& text) {
 }
 
 int WritePicture(const std::string& path, const std::string& svg) {
-  const bool png = path.size() > 4 && path.compare(path.size() - 4, 4, ".png") == 0;
-  if (!png) return WriteFile(path, svg) ? 0 : Fail(path + ": cannot be written");
-  // The SVG beside the target, converted, then removed.
-  const std::string svgPath = path + ".svg";
-  if (!WriteFile(svgPath, svg)) return Fail(path + ": cannot be written");
-  const pid_t child = ::fork();
-  if (child == 0) {
-    ::execlp("rsvg-convert", "rsvg-convert", svgPath.c_str(), "-o", path.c_str(), nullptr);
-    ::_exit(127);
-  }
-  int status = -1;
-  if (child > 0) ::waitpid(child, &status, 0);
-  std::error_code ec;
-  std::filesystem::remove(svgPath, ec);
-  if (child < 0 || !WIFEXITED(status) || WEXITSTATUS(status) == 127)
-    return Fail(
-        "a PNG picture needs rsvg-convert: sudo apt-get install -y librsvg2-bin (or "
-        "write an .svg)");
-  if (WEXITSTATUS(status) != 0) return Fail(path + ": cannot be written");
-  return 0;
+  PictureFormat format{};
+  if (!PictureFormatOf(path, format)) return UnknownPictureName(path);
+  return format == PictureFormat::Svg ? WriteWhole(path, svg) : WriteConverted(path, svg);
+}
+
+int WritePicture(const std::string& path, const QAVPixelImage& image) {
+  PictureFormat format{};
+  if (!PictureFormatOf(path, format)) return UnknownPictureName(path);
+  if (format == PictureFormat::Svg) return WriteWhole(path, SvgOverView(image) + "</svg>\n");
+  std::string png;
+  std::string error;
+  if (FAILED(QAVPngFile::Encode(image, png, error))) return Fail(path + ": " + error);
+  return WriteWhole(path, png);
 }
 
 }  // namespace qavcli

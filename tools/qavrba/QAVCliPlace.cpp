@@ -266,8 +266,7 @@ void Setup(CLI::App& program) {
   place->add_option("--as", *as, "material (default), decal or sticker");
   place->add_option("--press", *presses,
                     "A bar button to press, by its command header (repeatable, in order)");
-  place->add_option("-o,--output", *out,
-                    "The view with the support's box and the projection (.png or .svg)");
+  qavcli::AddPictureOption(place, *out, "The view with the support's box and the projection");
   qavcli::OnRun(place, [scene, object, as, presses, out] {
     return Place(*scene, *object, *as, *presses, *out);
   });

@@ -9,6 +9,8 @@
 #include <cstring>
 #include <fstream>
 
+#include "QAVCli.h"
+
 namespace qavcli {
 
 namespace {
@@ -131,6 +133,10 @@ bool ReadPpm(const ByteSource& source, Ppm& ppm, std::string& error) {
 }
 
 bool ReadPpmFile(const std::string& path, Ppm& ppm, std::string& error) {
+  if (const std::string why = UnreadableFile(path); !why.empty()) {
+    error = "cannot read " + why;
+    return false;
+  }
   const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (fd < 0) {
     error = "cannot read '" + path + "': " + std::strerror(errno);

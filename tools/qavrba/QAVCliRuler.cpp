@@ -1,4 +1,5 @@
 // qavrba ruler: the measuring rulers of a placement command over a scene.
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <memory>
@@ -8,9 +9,9 @@
 #include "QAV3DViewer.h"
 #include "QAVCallbackManager.h"
 #include "QAVCli.h"
+#include "QAVCliPicture.h"
 #include "QAVCliScene.h"
 #include "QAVCommand.h"
-#include "QAVPngFile.h"
 #include "QAVRbaRulerManager.h"
 #include "QAVRulerDecoratedLengthEditor.h"
 #include "QAVViewRenderer.h"
@@ -63,7 +64,34 @@ void Listen(QAVCommand* ruler) {
       });
 }
 
+double Length(const QAVMathVector& v) { return std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z); }
+
+// Why the plane's two directions span no plane; empty when they do.
+std::string DegeneratePlane(const std::vector<double>& plane) {
+  // Each direction scaled by its largest component first, so that tiny or
+  // huge components neither underflow nor overflow.
+  const auto scaled = [](const QAVMathVector& d) {
+    const double m = std::max({std::abs(d.x), std::abs(d.y), std::abs(d.z)});
+    return m == 0 ? d : QAVMathVector(d.x / m, d.y / m, d.z / m);
+  };
+  const QAVMathVector u = scaled(Vector(plane, 3));
+  const QAVMathVector v = scaled(Vector(plane, 6));
+  const double lu = Length(u);
+  const double lv = Length(v);
+  if (lu == 0) return "--plane: the direction UX UY UZ is zero";
+  if (lv == 0) return "--plane: the direction VX VY VZ is zero";
+  const QAVMathVector n(u.y * v.z - u.z * v.y, u.z * v.x - u.x * v.z, u.x * v.y - u.y * v.x);
+  // The sine of the angle between them.
+  if (Length(n) / lu / lv < 1e-9)
+    return "--plane: the directions UX UY UZ and VX VY VZ are parallel and span no plane";
+  return {};
+}
+
 int Ruler(const RulerOptions& options) {
+  if (!options.plane.empty()) {
+    const std::string why = DegeneratePlane(options.plane);
+    if (!why.empty()) return qavcli::UsageError(why);
+  }
   const std::unique_ptr<QAVHostDriver> driver = qavcli::OpenScene(options.scene);
   if (!driver) return 1;
   QAV3DViewer* viewer = driver->GetSceneViewer();
@@ -97,11 +125,9 @@ int Ruler(const RulerOptions& options) {
   int status = 0;
   if (!options.output.empty()) {
     QAVRef<QAVPixelImage> image;
-    std::string error;
-    if (FAILED(QAVViewRenderer::Render(viewer, image)))
-      status = qavcli::Fail("the view cannot be drawn");
-    else if (FAILED(QAVPngFile::Write(*image, options.output, error)))
-      status = qavcli::Fail(error);
+    status = FAILED(QAVViewRenderer::Render(viewer, image))
+                 ? qavcli::Fail("the view cannot be drawn")
+                 : qavcli::WritePicture(options.output, *image);
   }
 
   const auto* length =
@@ -166,7 +192,7 @@ void Setup(CLI::App& program) {
                    "A value the user types into the angle ruler")
       ->expected(1)
       ->check(qavcli::FiniteNumber(-3600, 3600));
-  ruler->add_option("-o,--output", options->output, "A PNG picture of the view with the rulers");
+  qavcli::AddPictureOption(ruler, options->output, "A picture of the view with the rulers");
   qavcli::OnRun(ruler, [options] { return Ruler(*options); });
 }
 

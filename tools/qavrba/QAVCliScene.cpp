@@ -3,13 +3,14 @@
 
 #include <cstdio>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "QAV3DViewer.h"
 #include "QAVCli.h"
+#include "QAVCliPicture.h"
 #include "QAVModelObject.h"
 #include "QAVPickPath.h"
-#include "QAVPngFile.h"
 #include "QAVRbaLiveUIServices.h"
 #include "QAVRbaPLMServices.h"
 #include "QAVViewRenderer.h"
@@ -23,6 +24,18 @@ std::unique_ptr<QAVHostDriver> OpenScene(const std::string& path) {
     Fail(error);
     return nullptr;
   }
+  // The view is drawn, picked and measured at the window's size: a side the
+  // renderer cannot draw at would be drawn at another size than the one used.
+  const QAVSceneDocument& scene = *driver->GetScene();
+  for (const auto& [key, side] : {std::pair<const char*, float>{"window.width", scene.width},
+                                  std::pair<const char*, float>{"window.height", scene.height}})
+    if (!(side >= 1.0F && side <= static_cast<float>(kMaxWindowSide))) {
+      char text[64];
+      (void)std::snprintf(text, sizeof text, "%g", static_cast<double>(side));
+      Fail(path + ": " + key + " " + text + " is outside 1 to " + std::to_string(kMaxWindowSide) +
+           " pixels, the sizes a view is drawn at");
+      return nullptr;
+    }
   QAVRbaPLMServices::SetUIActiveProduct(
       QAVQuery<QAVIPrdObject>(driver->GetScene()->product.get()).get());
   return driver;
@@ -84,6 +97,13 @@ int Info(const std::string& path) {
 int Pick(const std::string& path, int x, int y, int width, int height) {
   const std::unique_ptr<QAVHostDriver> driver = qavcli::OpenScene(path);
   if (!driver) return 1;
+  const QAVSceneDocument& scene = *driver->GetScene();
+  if (x >= scene.width || y >= scene.height) {
+    char text[160];
+    (void)std::snprintf(text, sizeof text, "the pixel %d %d is outside the %g x %g view of ", x, y,
+                        static_cast<double>(scene.width), static_cast<double>(scene.height));
+    return qavcli::Fail(text + path);
+  }
   std::vector<QAVRef<QAVPickPath>> paths;
   if (FAILED(driver->GetSceneViewer()->Pick(x, y, width, height, 0, paths)))
     return qavcli::Fail("the pick failed");
@@ -115,8 +135,7 @@ int View(const std::string& path, const std::string& out, bool circle) {
     if (SUCCEEDED(QAVRbaLiveUIServices::ComputeVoodooCircle(center, radius, offset)))
       QAVViewRenderer::DrawRing(*image, center.x, center.y, radius, 2.0, 255, 196, 40);
   }
-  std::string error;
-  if (FAILED(QAVPngFile::Write(*image, out, error))) return qavcli::Fail(error);
+  if (const int status = qavcli::WritePicture(out, *image)) return status;
   std::printf("%s\t%d x %d\n", out.c_str(), image->GetWidth(), image->GetHeight());
   return 0;
 }
@@ -147,10 +166,9 @@ void Setup(CLI::App& program) {
   auto viewFile = std::make_shared<std::string>();
   auto viewOut = std::make_shared<std::string>();
   auto circle = std::make_shared<bool>(false);
-  CLI::App* view =
-      scene->add_subcommand("view", "A picture of the scene from its viewpoint, written as PNG.");
+  CLI::App* view = scene->add_subcommand("view", "A picture of the scene from its viewpoint.");
   view->add_option("scene", *viewFile, "Scene file (JSON)")->required();
-  view->add_option("-o,--output", *viewOut, "The PNG file to write")->required();
+  qavcli::AddPictureOption(view, *viewOut, "The picture to write")->required();
   view->add_flag("--focus-circle", *circle, "Draw the focus circle over the view");
   qavcli::OnRun(view, [viewFile, viewOut, circle] { return View(*viewFile, *viewOut, *circle); });
 

@@ -12,14 +12,16 @@ namespace {
 
 // One line per name; the status says whether every name is supported.
 int Check(const std::vector<std::string>& names) {
-  int status = 0;
+  std::string unsupported;
   for (const std::string& name : names) {
     QAVString type(name);
     const bool supported = QAVRbaUIServices::CheckShaderType(type);
     std::printf("%s\t%s\n", name.c_str(), supported ? "supported" : "not supported");
-    if (!supported) status = 1;
+    if (!supported) unsupported += (unsupported.empty() ? "" : ", ") + name;
   }
-  return status;
+  // The failure is said where failures are: on standard error.
+  return unsupported.empty() ? 0
+                             : qavcli::Fail("not supported by the live renderer: " + unsupported);
 }
 
 int List() {

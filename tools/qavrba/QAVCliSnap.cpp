@@ -184,8 +184,7 @@ void Setup(CLI::App& program) {
       ->check(qavcli::FiniteNumber(-1e6, 1e6));
   snap->add_flag("--drag", options->drag,
                  "Press at the first position, drag through the others, release at the last");
-  snap->add_option("-o,--output", options->output,
-                   "A picture of the view with the gizmo (PNG for a .png name, else SVG)");
+  qavcli::AddPictureOption(snap, options->output, "A picture of the view with the gizmo");
   qavcli::OnRun(snap, [options] { return Snap(*options); });
 }
 

@@ -1,11 +1,16 @@
 // qavrba: the rendering UI services on the command line.
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <exception>
 #include <filesystem>
+#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -48,9 +53,18 @@ int UsageError(const std::string& message) {
   return 2;
 }
 
+namespace {
+
+std::string Shortest(double value) {
+  char text[32];
+  (void)std::snprintf(text, sizeof text, "%g", value);
+  return text;
+}
+
+}  // namespace
+
 CLI::Validator FiniteNumber(double low, double high) {
-  const std::string range =
-      "[" + CLI::detail::to_string(low) + " - " + CLI::detail::to_string(high) + "]";
+  const std::string range = "[" + Shortest(low) + " - " + Shortest(high) + "]";
   return CLI::Validator(
       [low, high, range](std::string& text) -> std::string {
         errno = 0;
@@ -62,6 +76,33 @@ CLI::Validator FiniteNumber(double low, double high) {
         return {};
       },
       "NUMBER in " + range);
+}
+
+CLI::Validator FiniteFloat() {
+  return CLI::Validator(
+      [](std::string& text) -> std::string {
+        errno = 0;
+        char* end = nullptr;
+        const double value = std::strtod(text.c_str(), &end);
+        if (text.empty() || *end != '\0' || errno == ERANGE || !std::isfinite(value))
+          return "'" + text + "' is not a finite number";
+        if (std::abs(value) > static_cast<double>(std::numeric_limits<float>::max()))
+          return "'" + text + "' is beyond the single-precision range (about 3.4e38)";
+        return {};
+      },
+      "NUMBER");
+}
+
+std::string UnreadableFile(const std::string& path) {
+  struct stat st {};
+  if (::stat(path.c_str(), &st) != 0)
+    return "'" + path + "': " + (errno == ENOENT ? "no such file" : std::strerror(errno));
+  if (S_ISDIR(st.st_mode)) return "'" + path + "' is a folder, not a file";
+  if (!S_ISREG(st.st_mode))
+    return "'" + path + "' is not a regular file (a FIFO, socket or device)";
+  if (::access(path.c_str(), R_OK) != 0)
+    return "'" + path + "' cannot be read: " + std::strerror(errno);
+  return {};
 }
 
 std::string ResourcesDir() {
