@@ -237,8 +237,8 @@ const Row kRows[] = {
     {"content pack folder", 2, "--output is required"},
 
     // plm
-    {"plm show 999999", 1, "999999"},
-    {"plm show abc", 1, "no object 'abc'"},
+    {"plm show 999999", 1, "the repository 'PLM1' does not exist"},
+    {"plm show abc --repository Typo", 1, "the repository 'Typo' does not exist"},
     {"plm import missing.orlix", 1, "missing.orlix"},
     {"plm import bad.orlix", 1, "bad.orlix"},
     {"plm import fifo", 1, "fifo"},
