@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "QAVGraphicWindow.h"
 #include "QAVRayCaster.h"
 
 namespace {
@@ -85,11 +86,17 @@ bool QAV3DViewer::Project(const QAVMathPoint& point, double& x, double& y) const
 HRESULT QAV3DViewer::Pick(int x, int y, int boxWidth, int boxHeight, int /*style*/,
                           std::vector<QAVRef<QAVPickPath>>& paths) {
   paths.clear();
-  if (!_root || boxWidth < 1 || boxHeight < 1) return E_FAIL;
+  constexpr int kLargest = QAVGraphicWindow::kMaxWindowSide;
+  if (!_root || boxWidth < 1 || boxHeight < 1 || boxWidth > kLargest || boxHeight > kLargest)
+    return E_FAIL;
   const QAVRayCaster* caster = Caster();
-  // The nearest hit of each leaf over the box's rays, then nearest first.
-  std::vector<QAVRayCaster::Hit> best;
-  std::vector<QAVMathPoint> points;
+  // The nearest hit of each leaf over the box's rays, where it is, then
+  // nearest first (at one distance, in the leaves' order).
+  struct Nearest {
+    QAVRayCaster::Hit hit;
+    QAVMathPoint point;
+  };
+  std::vector<Nearest> best;
   std::vector<QAVRayCaster::Hit> hits;
   for (int dy = 0; dy < boxHeight; ++dy) {
     for (int dx = 0; dx < boxWidth; ++dx) {
@@ -101,28 +108,24 @@ HRESULT QAV3DViewer::Pick(int x, int y, int boxWidth, int boxHeight, int /*style
         const QAVMathPoint point =
             origin + QAVMathVector{direction.x * hit.distance, direction.y * hit.distance,
                                    direction.z * hit.distance};
-        const auto known = std::find_if(best.begin(), best.end(),
-                                        [&hit](const auto& b) { return b.leaf == hit.leaf; });
-        if (known == best.end()) {
-          best.push_back(hit);
-          points.push_back(point);
-        } else if (hit.distance < known->distance) {
-          points[static_cast<std::size_t>(known - best.begin())] = point;
-          *known = hit;
-        }
+        const auto known = std::find_if(
+            best.begin(), best.end(), [&hit](const Nearest& b) { return b.hit.leaf == hit.leaf; });
+        if (known == best.end())
+          best.push_back({hit, point});
+        else if (hit.distance < known->hit.distance)
+          *known = {hit, point};
       }
     }
   }
-  std::vector<std::size_t> order(best.size());
-  for (std::size_t i = 0; i < order.size(); ++i)
-    order[i] = i;
-  std::stable_sort(order.begin(), order.end(), [&best](std::size_t a, std::size_t b) {
-    return best[a].distance < best[b].distance;
+  std::sort(best.begin(), best.end(), [](const Nearest& a, const Nearest& b) {
+    return a.hit.distance < b.hit.distance ||
+           (a.hit.distance == b.hit.distance && a.hit.leaf < b.hit.leaf);
   });
-  for (const std::size_t i : order)
+  paths.reserve(best.size());
+  for (const Nearest& nearest : best)
     paths.push_back(QAVMakeRef<QAVPickPath>(
-        caster->PathOf(best[i].leaf), _mainViewpoint.get(), points[i], best[i].normal,
-        caster->SubElementOf(best[i].leaf, best[i].triangle), best[i].distance));
+        caster->PathOf(nearest.hit.leaf), _mainViewpoint.get(), nearest.point, nearest.hit.normal,
+        caster->SubElementOf(nearest.hit.leaf, nearest.hit.triangle), nearest.hit.distance));
   return S_OK;
 }
 
