@@ -63,9 +63,9 @@ inline std::string WriteWavyStl(int n) {
   auto facet = [&out](const Point& a, const Point& b, const Point& c) {
     const Point u{b.x - a.x, b.y - a.y, b.z - a.z};
     const Point v{c.x - a.x, c.y - a.y, c.z - a.z};
-    Point normal{u.y * v.z - u.z * v.y, u.z * v.x - u.x * v.z, u.x * v.y - u.y * v.x};
-    const float length = std::sqrt(normal.x * normal.x + normal.y * normal.y + normal.z * normal.z);
-    normal = {normal.x / length, normal.y / length, normal.z / length};
+    const Point n{u.y * v.z - u.z * v.y, u.z * v.x - u.x * v.z, u.x * v.y - u.y * v.x};
+    const float length = std::sqrt(n.x * n.x + n.y * n.y + n.z * n.z);
+    const Point normal{n.x / length, n.y / length, n.z / length};
     for (const Point* p : {&normal, &a, &b, &c})
       out.write(reinterpret_cast<const char*>(p), 12);
     const std::uint16_t attributes = 0;

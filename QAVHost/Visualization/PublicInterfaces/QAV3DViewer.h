@@ -68,6 +68,18 @@ class QAVHOST_API QAV3DViewer : public QAVViewer {
   std::vector<QAVRef<QAVViewDecoration>> _decorations;
   // The ray caster over the scene, made on the first pick after a change.
   mutable std::unique_ptr<QAVRayCaster> _caster;
+  // The main viewpoint's frame as rays and projections use it, for the
+  // viewpoint and graphic size it was made from: made again when they change.
+  struct Frame {
+    QAVMathPoint eye, target;
+    QAVMathVector up;
+    double fieldOfView = -1.0;
+    float width = -1.0F, height = -1.0F;
+    QAVMathVector forward, right, upward;  // unit
+    double halfHeight = 0.0;               // tan(field of view / 2)
+  };
+  mutable Frame _frame;
+  const Frame& CurrentFrame() const;
   friend class QAVViewRenderer;
   const QAVRayCaster* Caster() const;
 };

@@ -147,7 +147,7 @@ void QAVRayCaster::Flatten(QAV3DRep* rep, const QAV4x4Matrix& toGlobal,
       _triangleLists.resize(id + 1);
       _leaves.resize(id + 1);
     }
-    _paths[id].assign(path.rbegin(), path.rend());
+    _paths[id] = std::make_shared<const std::vector<QAVRef<QAV3DRep>>>(path.rbegin(), path.rend());
     _leaves[id] = surface;
     _triangleLists[id] = &triangles;
     const std::vector<float>& normals = surface->GetNormals();

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "QAV3DRep.h"
@@ -45,8 +46,11 @@ class QAVRayCaster {
   // it reads the leaf's triangles and normals.
   QAVMathVector ShadingNormal(const Hit& hit, const QAVMathVector& direction) const;
 
-  // The representations from a leaf up to the root.
-  const std::vector<QAVRef<QAV3DRep>>& PathOf(unsigned leaf) const { return _paths[leaf]; }
+  // The representations from a leaf up to the root, shared with the paths of
+  // picks (which may outlive the caster).
+  const std::shared_ptr<const std::vector<QAVRef<QAV3DRep>>>& PathOf(unsigned leaf) const {
+    return _paths[leaf];
+  }
   // The leaf's sub-element of one of its triangles: the primitive that holds it.
   int SubElementOf(unsigned leaf, unsigned triangle) const {
     return _leaves[leaf]->GetSubElementOf(static_cast<int>(triangle));
@@ -59,7 +63,7 @@ class QAVRayCaster {
   void Flatten(QAV3DRep* rep, const QAV4x4Matrix& toGlobal, std::vector<QAVRef<QAV3DRep>>& path);
 
   Kernel* _kernel;
-  std::vector<std::vector<QAVRef<QAV3DRep>>> _paths;
+  std::vector<std::shared_ptr<const std::vector<QAVRef<QAV3DRep>>>> _paths;
   // Per leaf: its vertex normals in global space (empty when it has none) and
   // its triangles, for smooth shading normals.
   std::vector<std::vector<float>> _normals;

@@ -83,7 +83,7 @@ HRESULT QAVViewRenderer::Render(QAV3DViewer* viewer, QAVRef<QAVPixelImage>& imag
   std::vector<Kind> kinds;
   if (caster)
     for (unsigned leaf = 0; caster && leaf < caster->GetLeafCount(); ++leaf)
-      kinds.push_back(KindOf(caster->PathOf(leaf)));
+      kinds.push_back(KindOf(*caster->PathOf(leaf)));
 
   // The light from above the view (the viewpoint's up) and a little from the left.
   const QAV3DViewpoint& view = *viewer->GetMain3DViewpoint();
