@@ -211,7 +211,7 @@ void Flatten(QAV3DRep* rep, const QAV4x4Matrix& toGlobal,
   const auto* surface = dynamic_cast<QAV3DTessellatedRep*>(rep);
   if (!surface) return;
   const std::vector<float>& p = surface->GetPositions();
-  auto at = [&p, &toGlobal](std::uint32_t v) {
+  auto at = [&p, &toGlobal](std::size_t v) {
     return toGlobal * QAVMathPoint(p[3 * v], p[3 * v + 1], p[3 * v + 2]);
   };
   std::vector<Triangle>& triangles = leaves[rep];
@@ -352,6 +352,7 @@ TEST_F(PickTest, TouchingPartsAndDecalsOnFacesAreAllListedAtTheirNearestHit) {
   std::vector<QAVRef<QAVPickPath>> paths;
   ASSERT_EQ(viewer->Pick(100, 50, 1, 1, 0, paths), S_OK);
   std::vector<std::string> names;
+  names.reserve(paths.size());
   for (const auto& path : paths)
     names.push_back(NameOf(path->GetRep(0)) + " " + std::to_string(path->GetDistance()));
   ASSERT_EQ(names.size(), 3U) << testing::PrintToString(names);
