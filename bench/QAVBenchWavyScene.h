@@ -1,50 +1,110 @@
-// The benchmarks' picking scene: a wavy surface of about one million triangles
-// under one part, seen from above at an angle.
+// The benchmarks' picking scene as a user opens it: a wavy surface of about
+// one million triangles written, once per process, as a binary STL mesh with
+// its facet normals and a scene file placing it under one part, seen from
+// above at an angle in an 800 x 600 window, then read back through the scene
+// reader (the mesh reader gives every vertex its normal, as for any file).
 #pragma once
+
+#include <unistd.h>
 
 #include <cmath>
 #include <cstdint>
-#include <vector>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
 
-#include "QAV3DViewer.h"
-#include "QAVModelObject.h"
+#include "QAVSceneReader.h"
 
 namespace qavbench {
 
 constexpr int kWavyGrid = 708;  // 2 x 708^2 = 1,002,528 triangles
+constexpr int kWaveWidth = 800;
+constexpr int kWaveHeight = 600;
 
-// A grid of n x n quads over [-1, 1]^2, heights a gentle wave: 2 n^2 triangles.
-inline QAVRef<QAV3DBagRep> WavyScene(int n) {
-  std::vector<float> positions;
-  std::vector<std::uint32_t> triangles;
-  positions.reserve(static_cast<std::size_t>(3 * (n + 1) * (n + 1)));
-  for (int i = 0; i <= n; ++i) {
-    for (int j = 0; j <= n; ++j) {
-      const float x = -1.0F + 2.0F * static_cast<float>(j) / static_cast<float>(n);
-      const float y = -1.0F + 2.0F * static_cast<float>(i) / static_cast<float>(n);
-      positions.insert(positions.end(), {x, y, 0.05F * std::sin(9 * x) * std::cos(7 * y)});
-    }
+// A scratch directory removed at exit.
+struct Scratch {
+  Scratch() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "qav-bench-XXXXXX").string();
+    if (::mkdtemp(pattern.data())) path = pattern;
   }
-  const auto row = static_cast<std::uint32_t>(n + 1);
-  for (std::uint32_t i = 0; i < static_cast<std::uint32_t>(n); ++i) {
-    for (std::uint32_t j = 0; j < static_cast<std::uint32_t>(n); ++j) {
-      const std::uint32_t a = i * row + j;
-      triangles.insert(triangles.end(), {a, a + 1, a + row, a + 1, a + row + 1, a + row});
-    }
+  ~Scratch() {
+    std::error_code ec;
+    if (!path.empty()) std::filesystem::remove_all(path, ec);
   }
-  auto leaf = QAVMakeRef<QAVSurfacicRep>();
-  leaf->SetGeometry(std::move(positions), {}, std::move(triangles));
-  auto root = QAVMakeRef<QAV3DBagRep>();
-  root->SetModelObject(QAVMakeRef<QAVModelObject>("QAVPart", QAVUnicodeString("Wave")).get());
-  root->AddChild(leaf.get());
-  return root;
+  Scratch(const Scratch&) = delete;
+  Scratch& operator=(const Scratch&) = delete;
+  std::filesystem::path path;
+};
+
+inline Scratch& ScratchDir() {
+  static Scratch scratch;
+  return scratch;
 }
 
-// Shows the one-million-triangle wave (made once per process) in the viewer.
-inline void ShowWave(QAV3DViewer* viewer) {
-  static QAVRef<QAV3DBagRep> scene = WavyScene(kWavyGrid);
-  viewer->GetMain3DViewpoint()->Set({0, -0.5, 1.3}, {0, 0, 0}, {0, 0, 1}, 60);
-  viewer->SetSceneRoot(scene.get());
+// A grid of n x n quads over [-1, 1]^2, heights a gentle wave, as a binary STL
+// of 2 n^2 facets with their normals.
+inline std::string WriteWavyStl(int n) {
+  const std::filesystem::path file = ScratchDir().path / ("wave" + std::to_string(n) + ".stl");
+  std::ofstream out(file, std::ios::binary);
+  const std::string header(80, ' ');
+  out.write(header.data(), 80);
+  const auto count = static_cast<std::uint32_t>(2 * n * n);
+  out.write(reinterpret_cast<const char*>(&count), 4);
+  struct Point {
+    float x, y, z;
+  };
+  auto at = [n](int i, int j) {
+    const float x = -1.0F + 2.0F * static_cast<float>(j) / static_cast<float>(n);
+    const float y = -1.0F + 2.0F * static_cast<float>(i) / static_cast<float>(n);
+    return Point{x, y, 0.05F * std::sin(9 * x) * std::cos(7 * y)};
+  };
+  auto facet = [&out](const Point& a, const Point& b, const Point& c) {
+    const Point u{b.x - a.x, b.y - a.y, b.z - a.z};
+    const Point v{c.x - a.x, c.y - a.y, c.z - a.z};
+    const Point n{u.y * v.z - u.z * v.y, u.z * v.x - u.x * v.z, u.x * v.y - u.y * v.x};
+    const float length = std::sqrt(n.x * n.x + n.y * n.y + n.z * n.z);
+    const Point normal{n.x / length, n.y / length, n.z / length};
+    for (const Point* p : {&normal, &a, &b, &c})
+      out.write(reinterpret_cast<const char*>(p), 12);
+    const std::uint16_t attributes = 0;
+    out.write(reinterpret_cast<const char*>(&attributes), 2);
+  };
+  for (int i = 0; i < n; ++i) {
+    for (int j = 0; j < n; ++j) {
+      facet(at(i, j), at(i, j + 1), at(i + 1, j));
+      facet(at(i, j + 1), at(i + 1, j + 1), at(i + 1, j));
+    }
+  }
+  return file.string();
+}
+
+// The scene file of the wave: its mesh under one part.
+inline std::string WriteWaveScene() {
+  const std::string mesh = WriteWavyStl(kWavyGrid);
+  const std::filesystem::path file = ScratchDir().path / "wave.json";
+  std::ofstream(file) << R"({"format": "qav-scene", "version": 1,
+  "window": {"width": )"
+                      << kWaveWidth << R"(, "height": )" << kWaveHeight << R"(},
+  "viewpoint": {"eye": [0, -0.5, 1.3], "target": [0, 0, 0], "up": [0, 0, 1], "fieldOfView": 60},
+  "root": {"class": "QAVPart", "name": "Wave", "mesh": ")"
+                      << std::filesystem::path(mesh).filename().string() << R"("}})";
+  return file.string();
+}
+
+// The wave's scene as read from its file, once per process.
+inline const QAVSceneDocument& WaveDocument() {
+  static const QAVSceneDocument document = [] {
+    QAVSceneDocument read;
+    std::string error;
+    if (FAILED(QAVSceneReader::Read(WriteWaveScene(), read, error))) {
+      (void)std::fprintf(stderr, "the wave's scene cannot be read: %s\n", error.c_str());
+      std::abort();
+    }
+    return read;
+  }();
+  return document;
 }
 
 }  // namespace qavbench

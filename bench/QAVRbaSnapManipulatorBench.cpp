@@ -1,7 +1,9 @@
 // The snap manipulator on the benchmarks' wavy surface of about one million
-// triangles in an 800 x 600 view: a whole pointer move (the pick under the
-// pointer, the selector's event, the frame update and the notification sent),
-// and UpdatePosition alone on a notification already picked.
+// triangles as a user opens it (a mesh file placed by a scene file, read
+// through the scene reader), in its 800 x 600 window: a whole pointer move (the
+// pick under the pointer, the selector's event, the frame update and the
+// notification sent), and UpdatePosition alone on a notification already
+// picked.
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
@@ -10,8 +12,6 @@
 #include "QAV3DViewer.h"
 #include "QAVBenchWavyScene.h"
 #include "QAVCallbackManager.h"
-#include "QAVFrmLayout.h"
-#include "QAVFrmWindow.h"
 #include "QAVHostDriver.h"
 #include "QAVManipulator.h"
 #include "QAVPickPath.h"
@@ -21,19 +21,13 @@
 
 namespace {
 
-// A host session whose current window shows the wave, with the gizmo on.
+// A host session whose current window shows the wave's scene, with the gizmo on.
 struct Session {
   QAVHostDriver driver;
-  QAVRef<QAV3DViewer> viewer = QAVMakeRef<QAV3DViewer>("bench");
+  QAV3DViewer* viewer = nullptr;
   Session() {
-    auto layout = QAVMakeRef<QAVFrmLayout>();
-    QAVFrmLayout::SetCurrentLayout(layout.get());
-    auto window = QAVMakeRef<QAVFrmWindow>("3D");
-    window->SetViewer(viewer.get());
-    layout->AddWindow(window.get());
-    layout->SetCurrentWindow(window.get());
-    driver.Resize(viewer.get(), 800, 600);
-    qavbench::ShowWave(viewer.get());
+    driver.ShowScene(qavbench::WaveDocument());
+    viewer = driver.GetSceneViewer();
     const int on = 1;
     QAVSettingRepository::GetRepository("RenderingOptionsSettings")
         ->WriteSetting("LightManipMode", &on);
@@ -49,10 +43,11 @@ void BM_SnapPointerMove(benchmark::State& state) {
       [&snapped, &session](const char*, void*, QAVNotification*, void*, QAVCallback) {
         snapped += session.viewer->GetCursor() == 3 ? 1 : 0;
       });
-  session.driver.PointerMove(session.viewer.get(), 400, 300);  // the kernel's scene is built here
+  session.driver.PointerMove(session.viewer, 400, 300);  // the kernel's scene is built here
   int k = 0;
   for (auto _ : state) {
-    session.driver.PointerMove(session.viewer.get(), (k * 7919) % 800, (k * 104729) % 600);
+    session.driver.PointerMove(session.viewer, (k * 7919) % qavbench::kWaveWidth,
+                               (k * 104729) % qavbench::kWaveHeight);
     ++k;
   }
   state.SetItemsProcessed(state.iterations());
@@ -79,7 +74,7 @@ void BM_SnapUpdatePosition(benchmark::State& state) {
     auto pick = QAVMakeRef<QAVPickPath>(reps, nullptr, paths[0]->GetGlobalIntersection(),
                                         paths[0]->GetGlobalNormal(), 0, 1.0);
     auto moved = QAVMakeRef<QAVVueNotification>(
-        QAVMakeRef<QAVViewerEvent>(session.viewer.get(), 400, 300, 0, pick.get()).get());
+        QAVMakeRef<QAVViewerEvent>(session.viewer, 400, 300, 0, pick.get()).get());
     applied += snap->UpdatePosition(snap->GetSelector(), moved.get());
   }
   state.SetItemsProcessed(state.iterations());

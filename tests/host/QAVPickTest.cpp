@@ -2,7 +2,10 @@
 // representation it meets nearest first, each with its path up to the root.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <filesystem>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -12,6 +15,7 @@
 #include "QAVModelObject.h"
 #include "QAVPickPath.h"
 #include "QAVPointerEvent.h"
+#include "QAVSceneReader.h"
 #include "QAVTestScenes.h"
 #include "QAVTestSupport.h"
 
@@ -188,6 +192,187 @@ TEST_F(PickTest, RaysFollowTheViewpointAndTheMatricesCompose) {
   EXPECT_NEAR(y, 50, 1e-9);
   EXPECT_FALSE(_viewer->Project({-20, 0, 0}, x, y));
   EXPECT_NEAR(x, 200, 1e-9) << "untouched";
+}
+
+// An independent count of what a ray meets: every triangle of every leaf,
+// placed by the matrices above it, crossed in double precision.
+struct Triangle {
+  QAVMathPoint a, b, c;
+};
+
+void Flatten(QAV3DRep* rep, const QAV4x4Matrix& toGlobal,
+             std::map<const QAV3DRep*, std::vector<Triangle>>& leaves) {
+  if (auto* bag = dynamic_cast<QAV3DBagRep*>(rep)) {
+    const QAV4x4Matrix inner = bag->GetMatrix() ? toGlobal * *bag->GetMatrix() : toGlobal;
+    for (int i = 0; i < bag->GetChildCount(); ++i)
+      Flatten(bag->GetChild(i), inner, leaves);
+    return;
+  }
+  const auto* surface = dynamic_cast<QAV3DTessellatedRep*>(rep);
+  if (!surface) return;
+  const std::vector<float>& p = surface->GetPositions();
+  auto at = [&p, &toGlobal](std::size_t v) {
+    return toGlobal * QAVMathPoint(p[3 * v], p[3 * v + 1], p[3 * v + 2]);
+  };
+  std::vector<Triangle>& triangles = leaves[rep];
+  const std::vector<std::uint32_t>& t = surface->GetTriangles();
+  for (std::size_t i = 0; i + 2 < t.size(); i += 3)
+    triangles.push_back({at(t[i]), at(t[i + 1]), at(t[i + 2])});
+}
+
+double Dot(const QAVMathVector& a, const QAVMathVector& b) {
+  return a.x * b.x + a.y * b.y + a.z * b.z;
+}
+QAVMathVector CrossOf(const QAVMathVector& a, const QAVMathVector& b) {
+  return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+// Where a leaf meets the ray: the nearest crossing well inside a triangle
+// (`clear`, infinite when none) and the nearest one counting those on or just
+// beside an edge (`edge`), which a single-precision kernel may take or miss.
+struct Expected {
+  double clear = INFINITY;
+  double edge = INFINITY;
+};
+
+Expected Cross(const std::vector<Triangle>& triangles, const QAVMathPoint& origin,
+               const QAVMathVector& direction) {
+  constexpr double kEdge = 1e-5;
+  Expected expected;
+  for (const Triangle& tri : triangles) {
+    const QAVMathVector e1 = tri.b - tri.a;
+    const QAVMathVector e2 = tri.c - tri.a;
+    const QAVMathVector p = CrossOf(direction, e2);
+    const double det = Dot(e1, p);
+    if (std::abs(det) < 1e-12) continue;  // parallel (or degenerate): never met
+    const QAVMathVector s = origin - tri.a;
+    const double u = Dot(s, p) / det;
+    const QAVMathVector q = CrossOf(s, e1);
+    const double v = Dot(direction, q) / det;
+    const double t = Dot(e2, q) / det;
+    if (t <= 0) continue;
+    if (u > kEdge && v > kEdge && u + v < 1 - kEdge) expected.clear = std::min(expected.clear, t);
+    if (u > -kEdge && v > -kEdge && u + v < 1 + kEdge) expected.edge = std::min(expected.edge, t);
+  }
+  return expected;
+}
+
+std::string NameOf(const QAV3DRep* leaf) {
+  const QAV3DRep* bag = leaf->GetFather();
+  const QAVModelObject* object = bag ? bag->GetModelObject() : nullptr;
+  return object ? object->GetAlias().ToString().str() : "(unnamed)";
+}
+
+// Picks every `step`-th pixel of the scene's view and checks the paths against
+// the independent count; returns how many rays met two leaves at one distance.
+int CheckPicksAgainstEveryTriangle(QAV3DViewer& viewer, QAV3DBagRep& root, int step) {
+  std::map<const QAV3DRep*, std::vector<Triangle>> leaves;
+  Flatten(&root, QAV4x4Matrix(), leaves);
+  float width = 0;
+  float height = 0;
+  viewer.GetGraphicSize(width, height);
+  int touching = 0;
+  std::vector<QAVRef<QAVPickPath>> paths;
+  for (int y = step / 2; y < height; y += step) {
+    for (int x = step / 2; x < width; x += step) {
+      QAVMathPoint origin;
+      QAVMathVector direction;
+      viewer.GetRay(x, y, origin, direction);
+      EXPECT_EQ(viewer.Pick(x, y, 1, 1, 0, paths), S_OK);
+      std::map<const QAV3DRep*, double> listed;
+      double previous = 0;
+      for (const auto& path : paths) {
+        const QAV3DRep* leaf = path->GetRep(0);
+        EXPECT_TRUE(listed.emplace(leaf, path->GetDistance()).second)
+            << NameOf(leaf) << " listed twice at pixel " << x << " " << y;
+        EXPECT_GE(path->GetDistance(), previous) << "nearest first at pixel " << x << " " << y;
+        previous = path->GetDistance();
+      }
+      std::vector<double> clear;
+      for (const auto& [leaf, triangles] : leaves) {
+        const Expected expected = Cross(triangles, origin, direction);
+        const auto found = listed.find(leaf);
+        const std::string where =
+            NameOf(leaf) + " at pixel " + std::to_string(x) + " " + std::to_string(y);
+        const double tolerance = 1e-5 * std::max(1.0, expected.edge);
+        if (std::isfinite(expected.clear)) {
+          clear.push_back(expected.clear);
+          if (found == listed.end()) {
+            ADD_FAILURE() << where << ": met at " << expected.clear << " but not listed";
+            continue;
+          }
+          // Its nearest hit: the nearest clear one, or one on an edge before it.
+          EXPECT_GE(found->second, expected.edge - tolerance) << where;
+          EXPECT_LE(found->second, expected.clear + tolerance) << where;
+        } else if (found != listed.end()) {
+          EXPECT_TRUE(std::isfinite(expected.edge)) << where << ": listed but never met";
+          EXPECT_NEAR(found->second, expected.edge, tolerance) << where;
+        }
+      }
+      std::sort(clear.begin(), clear.end());
+      for (std::size_t i = 1; i < clear.size(); ++i)
+        if (clear[i] - clear[i - 1] < 1e-9 * clear[i]) {
+          ++touching;
+          break;
+        }
+    }
+  }
+  return touching;
+}
+
+// Parts standing on a table, side by side, stickers lying flat on their faces
+// and a ball resting on the table: hits at one distance for two leaves.
+const char* const kTouchingScene = R"({
+  "format": "qav-scene", "version": 1, "window": {"width": 200, "height": 100},
+  "viewpoint": {"eye": [1.3, -7, 6], "target": [0, 0, 0.5], "up": [0, 0, 1], "fieldOfView": 50},
+  "root": {"class": "QAVProduct", "name": "Bench", "children": [
+    {"class": "QAVPart", "name": "Table", "translate": [0, 0, -1], "shape": {"box": [6, 4, 2]}},
+    {"class": "QAVPart", "name": "Block", "translate": [0, 0, 1], "shape": {"box": [2, 2, 2]}},
+    {"class": "QAVPart", "name": "Neighbour", "translate": [2, 0, 1], "shape": {"box": [2, 2, 2]}},
+    {"class": "QAVPart", "name": "Ball", "translate": [-2, 1, 0.5],
+     "shape": {"sphere": 0.5, "segments": 16}},
+    {"class": "QAVStkStickerContainer", "name": "Stickers", "children": [
+      {"class": "QAVStkSticker", "name": "Top", "translate": [0, 0, 2], "shape": {"quad": [1, 1]}},
+      {"class": "QAVStkSticker", "name": "Front", "translate": [0, -1, 1],
+       "rotate": {"axis": [1, 0, 0], "degrees": 90}, "shape": {"quad": [1.5, 1]}},
+      {"class": "QAVStkSticker", "name": "Floor", "translate": [-2, -1, 0],
+       "shape": {"quad": [1, 1]}}]}]}})";
+
+TEST_F(PickTest, TouchingPartsAndDecalsOnFacesAreAllListedAtTheirNearestHit) {
+  const std::filesystem::path file = _scratch.Write("touching/scene.json", kTouchingScene);
+  std::string error;
+  ASSERT_EQ(Driver().OpenScene(file.string(), error), S_OK) << error;
+  QAV3DViewer* viewer = Driver().GetSceneViewer();
+  EXPECT_GT(CheckPicksAgainstEveryTriangle(*viewer, *Driver().GetScene()->root, 3), 30)
+      << "rays that meet two leaves at one distance";
+
+  // Straight down onto the sticker on the block's top: the sticker and the
+  // block at 6 - 2 = 4, then the table at 6.
+  viewer->GetMain3DViewpoint()->Set({0.2, 0.1, 6}, {0.2, 0.1, 0}, {0, 1, 0}, 50);
+  std::vector<QAVRef<QAVPickPath>> paths;
+  ASSERT_EQ(viewer->Pick(100, 50, 1, 1, 0, paths), S_OK);
+  std::vector<std::string> names;
+  names.reserve(paths.size());
+  for (const auto& path : paths)
+    names.push_back(NameOf(path->GetRep(0)) + " " + std::to_string(path->GetDistance()));
+  ASSERT_EQ(names.size(), 3U) << testing::PrintToString(names);
+  std::sort(names.begin(), names.begin() + 2);
+  EXPECT_EQ(names, (std::vector<std::string>{"Block 4.000000", "Top 4.000000", "Table 6.000000"}));
+
+  // The shipped showroom: the vase stands on the plinth, and a ray through
+  // the vase leaves it where it enters the plinth's top.
+  const std::string showroom =
+      (std::filesystem::path(QAV_RESOURCES_DIR) / "scenes/showroom/scene.json").string();
+  ASSERT_EQ(Driver().OpenScene(showroom, error), S_OK) << error;
+  viewer = Driver().GetSceneViewer();
+  ASSERT_EQ(viewer->Pick(521, 361, 1, 1, 0, paths), S_OK);
+  ASSERT_EQ(paths.size(), 2U);
+  EXPECT_EQ(NameOf(paths[0]->GetRep(0)), "Vase");
+  EXPECT_NEAR(paths[0]->GetDistance(), 908.49, 0.01);
+  EXPECT_EQ(NameOf(paths[1]->GetRep(0)), "Plinth");
+  EXPECT_NEAR(paths[1]->GetDistance(), 933.18, 0.01);
+  EXPECT_NEAR(paths[1]->GetGlobalIntersection().z, 120, 1e-3) << "the plinth's top";
+  CheckPicksAgainstEveryTriangle(*viewer, *Driver().GetScene()->root, 12);
 }
 
 TEST(SceneRepresentationTest, TreesAndGeometryRefuseWhatDoesNotFit) {

@@ -113,7 +113,7 @@ TEST(SceneReaderTest, FaultsAreNamedWhereTheyAre) {
       {Scene(R"({})", R"(, "product": {"ambiences": ["a", 2]})"), "product.ambiences[1]"},
       {std::string("{") + R"("format": "qav-scene", "version": 1, "window": {"width": 0,
         "height": 1}})",
-       "window.width: a number above 0"},
+       "window.width: 0 pixels: from 1 to 8192 expected"},
       {std::string("{") + R"("format": "qav-scene", "version": 1, "window": {"width": 10,
         "height": 10, "usable": {"height": 11}}})",
        "window.usable: larger than the window"},
@@ -152,6 +152,110 @@ TEST(SceneReaderTest, FaultsAreNamedWhereTheyAre) {
   EXPECT_EQ(QAVSceneReader::Parse(Scene(R"({"mesh": "none.obj"})"), ".", scene, error), E_FAIL);
   EXPECT_EQ(scene.root.get(), before);
   EXPECT_EQ(scene.leafCount, 1);
+}
+
+// A scene file of the given window and root, read as a user's file is: the
+// error, which names the file first (empty when the scene was read).
+std::string ReadError(const qavtest::ScratchDir& scratch, const std::string& name,
+                      const std::string& window, const std::string& root,
+                      const std::string& eye = "[0, 0, 10]") {
+  const fs::path file =
+      scratch.Write(name, R"({"format": "qav-scene", "version": 1, "window": )" + window +
+                              R"(, "viewpoint": {"eye": )" + eye +
+                              R"(, "target": [0, 0, 0], "up": [0, 1, 0]}, "root": )" + root + "}");
+  QAVSceneDocument scene;
+  std::string error;
+  const HRESULT result = QAVSceneReader::Read(file.string(), scene, error);
+  EXPECT_EQ(result == S_OK, error.empty()) << error;
+  if (FAILED(result)) {
+    EXPECT_EQ(scene.root.get(), nullptr) << "nothing used";
+    EXPECT_EQ(error.rfind(file.string() + ": ", 0), 0U) << "the file first: " << error;
+  }
+  return error;
+}
+
+TEST(SceneReaderTest, NumbersBeyondSinglePrecisionAndWindowsOutOfRangeAreRefused) {
+  qavtest::ScratchDir scratch;
+  const std::string window = R"({"width": 200, "height": 100})";
+  const std::string quad = R"("shape": {"quad": [1, 1]})";
+  struct Case {
+    std::string window, root, eye, expected;
+  };
+  const Case cases[] = {
+      {window, R"({"children": [{"translate": [1e39, 0, 0], )" + quad + "}]}", "[0, 0, 10]",
+       "root.children[0].translate[0]: 1e+39 is beyond single precision (at most 3.40282347e+38"},
+      {window, R"({"matrix": [1,0,0,-4e38, 0,1,0,0, 0,0,1,0, 0,0,0,1]})", "[0, 0, 10]",
+       "root.matrix[3]: -4e+38 is beyond single precision"},
+      {window, R"({"scale": 1e39})", "[0, 0, 10]", "root.scale: 1e+39 is beyond"},
+      {window, R"({"shape": {"box": [1, 1e39, 1]}})", "[0, 0, 10]",
+       "root.shape.box[1]: 1e+39 is beyond"},
+      {window, R"({"shape": {"sphere": 5e38}})", "[0, 0, 10]",
+       "root.shape.sphere: 5e+38 is beyond"},
+      {window, R"({"shape": {"quad": [1, 3.5e38]}})", "[0, 0, 10]",
+       "root.shape.quad[1]: 3.5e+38 is beyond"},
+      {window, "{}", "[0, 1e39, 10]", "viewpoint.eye[1]: 1e+39 is beyond"},
+      // Each number fits, but not where the placements put the vertices: the
+      // scene's space, or the node's own for a mesh beyond half the range (the
+      // size from one side to the other would not fit).
+      {window,
+       R"({"translate": [1e38, 0, 0], "children": [{"translate": [1e38, 0, 0], )" + quad + "}]}",
+       "[0, 0, 10]",
+       "root.children[0].shape: the box of its vertices reaches 2e+38 in the space of "
+       "the scene, beyond 1.70141173e+38 either way"},
+      {window, R"({"children": [{"mesh": "far.obj"}]})", "[0, 0, 10]",
+       "root.children[0].mesh: the box of its vertices reaches 1.79999996e+38 in the space of "
+       "root.children[0]"},
+      {window,
+       R"({"scale": 1e30, "children": [{"scale": 1e30, "shape": {"quad": [1e-30, 1e-30]}}]})",
+       "[0, 0, 10]",
+       "root.children[0].shape: the placements from root down make 1e+60, beyond single "
+       "precision"},
+      // Windows: 1 to 8192 pixels each way, the usable area too.
+      {R"({"width": 1e12, "height": 100})", "{}", "[0, 0, 10]",
+       "window.width: 1e+12 pixels: from 1 to 8192 expected"},
+      {R"({"width": 8193, "height": 100})", "{}", "[0, 0, 10]", "window.width: 8193 pixels"},
+      {R"({"width": 200, "height": 0.5})", "{}", "[0, 0, 10]", "window.height: 0.5 pixels"},
+      {R"({"width": 200, "height": 100, "usable": {"width": 0.25}})", "{}", "[0, 0, 10]",
+       "window.usable.width: 0.25 pixels"},
+      {R"({"width": 200, "height": 100, "usable": {"height": 120}})", "{}", "[0, 0, 10]",
+       "window.usable: larger than the window"},
+  };
+  scratch.Write("far.obj", "v 1.8e38 0 0\nv 0 1 0\nv 0 0 1\nf 1 2 3\n");
+  int n = 0;
+  for (const Case& c : cases) {
+    const std::string error =
+        ReadError(scratch, "case" + std::to_string(n++) + ".json", c.window, c.root, c.eye);
+    EXPECT_NE(error.find(c.expected), std::string::npos)
+        << "expected: " << c.expected << "\ngave: " << error;
+  }
+  // What single precision holds is read: the largest windows, far placements
+  // whose vertices stay within half the range.
+  EXPECT_EQ(ReadError(scratch, "large.json", R"({"width": 8192, "height": 1})",
+                      R"({"translate": [1.7e38, 0, -1.7e38], )" + quad + "}", "[0, 3e38, 10]"),
+            "");
+}
+
+class SceneProgramTest : public qavtest::ProgramTest {};
+
+TEST_F(SceneProgramTest, TheProgramRefusesAFarPlacementAndAHugeWindowNamingThem) {
+  _scratch.Write("far.json", R"({"format": "qav-scene", "version": 1,
+    "window": {"width": 200, "height": 100},
+    "viewpoint": {"eye": [0, 0, 10], "target": [0, 0, 0], "up": [0, 1, 0]},
+    "root": {"class": "QAVProduct", "name": "Far", "children": [
+      {"class": "QAVPart", "name": "Part", "translate": [1e39, 0, 0], "shape": {"box": [2, 4, 6]}}]}})");
+  qavtest::ProgramRun run = Run("bbox far.json Part");
+  EXPECT_EQ(run.status, 1) << run.out << run.err;
+  EXPECT_EQ(run.out.find("inf"), std::string::npos) << run.out;
+  EXPECT_NE(run.err.find("far.json: root.children[0].translate[0]: 1e+39"), std::string::npos)
+      << run.err;
+
+  _scratch.Write("wide.json", R"({"format": "qav-scene", "version": 1,
+    "window": {"width": 1e12, "height": 1e12},
+    "viewpoint": {"eye": [0, 0, 10], "target": [0, 0, 0], "up": [0, 1, 0]}, "root": {}})");
+  run = Run("scene view wide.json -o wide.png");
+  EXPECT_EQ(run.status, 1) << run.out << run.err;
+  EXPECT_FALSE(fs::exists(_scratch.path() / "wide.png"));
+  EXPECT_NE(run.err.find("wide.json: window.width: 1e+12 pixels"), std::string::npos) << run.err;
 }
 
 TEST(MeshReaderTest, ShippedAndCorpusFilesAndBadOnes) {

@@ -1,13 +1,16 @@
 // Pictures of a 3D viewer's scene, their overlays and their PNG files.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "QAV3DViewer.h"
+#include "QAVGraphicWindow.h"
 #include "QAVPngFile.h"
 #include "QAVTestScenes.h"
 #include "QAVTestSupport.h"
@@ -69,6 +72,39 @@ TEST_F(ViewRendererTest, KindsAreToldApartAndTheBackgroundIsTheEnvironment) {
   EXPECT_GT(cameraColour.b, cameraColour.r + 60) << "cameras are blue";
   EXPECT_LT(std::abs(partColour.r - partColour.b), 50) << "parts are a near-neutral grey";
   EXPECT_NE(partColour.r, top.r);
+}
+
+TEST_F(ViewRendererTest, DrawnAtTheSizeAskedOrRefused) {
+  auto viewer = QAVMakeRef<QAV3DViewer>("3D");
+  viewer->GetMain3DViewpoint()->Set({0, 0, 10}, {0, 0, 0}, {0, 1, 0}, 90);
+  // The widest picture there is, one row high, 90 degrees vertically from 10
+  // away: a column is 20 wide where the part lies. The part, 16,400 wide, is
+  // seen from pixel 3686 to 4505 (its sides at 3686 and 4506): every column
+  // its own ray, through its centre.
+  auto part = qavtest::Square(8200, "QAVPart");
+  auto root = QAVMakeRef<QAV3DBagRep>();
+  ASSERT_TRUE(root->AddChild(part.get()));
+  viewer->SetSceneRoot(root.get());
+  Driver().Resize(viewer.get(), QAVGraphicWindow::kMaxWindowSide, 1);
+  QAVRef<QAVPixelImage> image;
+  ASSERT_EQ(QAVViewRenderer::Render(viewer.get(), image), S_OK);
+  ASSERT_EQ(image->GetWidth(), 8192);
+  ASSERT_EQ(image->GetHeight(), 1);
+  const int background = At(*image, 0, 0).r;
+  EXPECT_EQ(At(*image, 3685, 0).r, background);
+  EXPECT_NE(At(*image, 3686, 0).r, background);
+  EXPECT_NE(At(*image, 4096, 0).r, background);
+  EXPECT_NE(At(*image, 4505, 0).r, background);
+  EXPECT_EQ(At(*image, 4506, 0).r, background);
+  // Sizes no picture of the view can have: refused, never squashed.
+  for (const auto& [width, height] : std::vector<std::pair<float, float>>{
+           {8193, 100}, {100, 8193}, {1e12F, 1e12F}, {0.4F, 10}, {NAN, 10}, {10, -3}}) {
+    Driver().Resize(viewer.get(), width, height);
+    image = QAVMakeRef<QAVPixelImage>(1, 1, QAVPixelFormat::RGB);
+    EXPECT_EQ(QAVViewRenderer::Render(viewer.get(), image), E_INVALIDARG)
+        << width << " x " << height;
+    EXPECT_EQ(image.get(), nullptr);
+  }
 }
 
 TEST_F(ViewRendererTest, RingsAndPngFiles) {

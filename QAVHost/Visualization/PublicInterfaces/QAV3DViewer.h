@@ -38,7 +38,12 @@ class QAVHOST_API QAV3DViewer : public QAVViewer {
 
   // Casts the rays of the box's pixels from the main viewpoint through the
   // scene's triangles; the box is centred on (x, y), so a 1 x 1 box casts the
-  // ray through that very point.
+  // ray through that very point (pixel (i, j) covers i..i+1, j..j+1 from the
+  // graphic area's top left: its centre is i + 0.5, j + 0.5). Every leaf met
+  // gives one path, at its nearest hit over the box's rays, nearest first (at
+  // one distance, in the scene's order); parts that touch and decals lying on
+  // a face are all listed. E_FAIL without a scene or for a box side outside
+  // 1 to QAVGraphicWindow::kMaxWindowSide; S_OK (maybe no path) otherwise.
   HRESULT Pick(int x, int y, int boxWidth, int boxHeight, int style,
                std::vector<QAVRef<QAVPickPath>>& paths) override;
   // The ray of a point of the graphic area (in pixels from its top left), from
@@ -63,6 +68,18 @@ class QAVHOST_API QAV3DViewer : public QAVViewer {
   std::vector<QAVRef<QAVViewDecoration>> _decorations;
   // The ray caster over the scene, made on the first pick after a change.
   mutable std::unique_ptr<QAVRayCaster> _caster;
+  // The main viewpoint's frame as rays and projections use it, for the
+  // viewpoint and graphic size it was made from: made again when they change.
+  struct Frame {
+    QAVMathPoint eye, target;
+    QAVMathVector up;
+    double fieldOfView = -1.0;
+    float width = -1.0F, height = -1.0F;
+    QAVMathVector forward, right, upward;  // unit
+    double halfHeight = 0.0;               // tan(field of view / 2)
+  };
+  mutable Frame _frame;
+  const Frame& CurrentFrame() const;
   friend class QAVViewRenderer;
   const QAVRayCaster* Caster() const;
 };

@@ -13,6 +13,11 @@ class QAVHOST_API QAVGraphicWindow : public QAVEventSubscriber {
  public:
   static const char* GRAPHICWINDOW_RESIZE();
 
+  // The sides a graphic area may have, in pixels, each way: what a scene file
+  // may ask for and what a view is drawn at (QAVViewRenderer refuses others).
+  static constexpr int kMinWindowSide = 1;
+  static constexpr int kMaxWindowSide = 8192;
+
   QAVGraphicWindow();
   ~QAVGraphicWindow() override;
   QAVGraphicWindow(const QAVGraphicWindow&) = delete;

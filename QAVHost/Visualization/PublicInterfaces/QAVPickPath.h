@@ -4,6 +4,7 @@
 #ifndef QAVPickPath_h
 #define QAVPickPath_h
 
+#include <memory>
 #include <vector>
 
 #include "QAV3DRep.h"
@@ -14,13 +15,18 @@
 class QAVHOST_API QAVPickPath : public QAVBaseUnknown {
   QAV_DECLARE_CLASS
  public:
-  QAVPickPath(std::vector<QAVRef<QAV3DRep>> leafToRoot, QAV3DViewpoint* viewpoint,
+  using Reps = std::vector<QAVRef<QAV3DRep>>;
+  QAVPickPath(Reps leafToRoot, QAV3DViewpoint* viewpoint, const QAVMathPoint& intersection,
+              const QAVMathVector& normal, int subElement, double distance);
+  // The same with representations shared with other paths (never null): a
+  // pick makes its paths without copying them.
+  QAVPickPath(std::shared_ptr<const Reps> leafToRoot, QAV3DViewpoint* viewpoint,
               const QAVMathPoint& intersection, const QAVMathVector& normal, int subElement,
               double distance);
   ~QAVPickPath() override;
 
   // Representations, 0 being the leaf hit and the last the root. Borrowed.
-  int GetRepCount() const { return static_cast<int>(_reps.size()); }
+  int GetRepCount() const { return static_cast<int>(_reps->size()); }
   QAV3DRep* GetRep(int index) const;
   // Walks the path upwards: each call gives the next representation, first
   // the leaf, then its fathers; null past the root.
@@ -33,7 +39,7 @@ class QAVHOST_API QAVPickPath : public QAVBaseUnknown {
   double GetDistance() const { return _distance; }  // from the eye
 
  private:
-  std::vector<QAVRef<QAV3DRep>> _reps;
+  std::shared_ptr<const Reps> _reps;
   int _next = 0;
   QAVRef<QAV3DViewpoint> _viewpoint;
   QAVMathPoint _intersection;

@@ -5,7 +5,7 @@
 //   "window": {"width": 1280, "height": 720,            // pixels of the graphic area
 //              "usable": {"width": 1280, "height": 680}},  // optional; default the whole
 //   "viewpoint": {"eye": [x, y, z], "target": [x, y, z], "up": [x, y, z],
-//                 "fieldOfView": 40},                       // vertical, degrees
+//                 "fieldOfView": 40},         // vertical, whole angle, degrees
 //   "environment": "Studio",      // optional: the viewer's infinite environment name
 //   "workbench": "Design",        // optional: the current workbench name
 //   "product": {"name": "Car",    // optional: the active product ("class" optional,
@@ -23,6 +23,26 @@
 //                 {"sphere": r, "segments": 24},            // centred on the origin
 //        "plm": "instance" or "rep",                         // optional, see below
 //        "children": [NODE, ...]}
+//
+// Numbers. Window sides (and the usable area's, at most the window's) are
+// from 1 to QAVGraphicWindow::kMaxWindowSide (8192) pixels, fractions allowed.
+// Every number is finite and within single precision (3.40282347e+38 either
+// way); every vertex, in its node's space and placed into the space of each
+// node above it, stays within half of that (so that the size between two
+// vertices fits), and the placements composed from any node down to a leaf's
+// within single precision. The first number that is not is named, with its
+// value, and the whole file is refused.
+//
+// Placement. "matrix" is row by row, points are columns multiplied on its
+// right (p' = M p, the translation in the last column); a node's matrix
+// places its content in its father's space, so a leaf's vertex reaches the
+// scene's space as M_root ... M_node p. The parts give M = T R S: scaled
+// first, then turned by `degrees` about `axis` (right-handed: a quarter turn
+// about +z takes +x to +y), then moved. The viewpoint's up need not be square
+// to the line of sight: the view's up is its part square to it. A sphere has
+// `segments` meridians (3 to 512, default 24) and segments / 2 + 1 bands from
+// +z to -z, its vertices on the sphere: 2 segments (segments / 2 + 1)
+// triangles, the 2 segments at the poles without area.
 //
 // Every node becomes a bag representation standing for a model object of its
 // class (none without "class") with its name, placed by its matrix; its mesh

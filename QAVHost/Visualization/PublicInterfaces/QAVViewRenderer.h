@@ -16,9 +16,10 @@ class QAV3DViewer;
 
 class QAVHOST_API QAVViewRenderer {
  public:
-  // An RGB image (8 bits per component) of the viewer's graphic size, rounded
-  // to whole pixels (at least 1 x 1, at most 8192 on a side): S_OK. E_FAIL for
-  // a null viewer.
+  // An RGB image (8 bits per component) of the viewer's graphic size rounded
+  // to whole pixels, each pixel the ray through its centre: S_OK. E_FAIL for a
+  // null viewer; E_INVALIDARG, and no image, when a rounded side is not within
+  // QAVGraphicWindow::kMinWindowSide to kMaxWindowSide (1 to 8192).
   static HRESULT Render(QAV3DViewer* viewer, QAVRef<QAVPixelImage>& image);
 
   // Overlays: a ring of the given centre and radius (pixels, from the top

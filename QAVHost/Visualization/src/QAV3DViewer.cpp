@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "QAVGraphicWindow.h"
 #include "QAVRayCaster.h"
 
 namespace {
@@ -44,53 +45,76 @@ const QAVRayCaster* QAV3DViewer::Caster() const {
   return _caster.get();
 }
 
-void QAV3DViewer::GetRay(double x, double y, QAVMathPoint& origin, QAVMathVector& direction) const {
+const QAV3DViewer::Frame& QAV3DViewer::CurrentFrame() const {
   float width = 0.0F;
   float height = 0.0F;
   GetGraphicSize(width, height);
   const QAV3DViewpoint& view = *_mainViewpoint;
-  origin = view.GetOrigin();
-  const QAVMathVector forward = Unit(view.GetTarget() - origin);
-  const QAVMathVector right = Unit(Cross(forward, view.GetUpDirection()));
-  const QAVMathVector up = Cross(right, forward);
-  const double halfHeight = std::tan(view.GetFieldOfView() * std::numbers::pi / 360.0);
-  const double aspect = height > 0 ? static_cast<double>(width) / height : 1.0;
-  const double u = (width > 0 ? 2.0 * x / width - 1.0 : 0.0) * halfHeight * aspect;
-  const double v = (height > 0 ? 1.0 - 2.0 * y / height : 0.0) * halfHeight;
-  direction = Unit({forward.x + u * right.x + v * up.x, forward.y + u * right.y + v * up.y,
-                    forward.z + u * right.z + v * up.z});
+  const QAVMathPoint& eye = view.GetOrigin();
+  const QAVMathPoint& target = view.GetTarget();
+  const QAVMathVector& up = view.GetUpDirection();
+  Frame& f = _frame;
+  if (eye.x == f.eye.x && eye.y == f.eye.y && eye.z == f.eye.z && target.x == f.target.x &&
+      target.y == f.target.y && target.z == f.target.z && up.x == f.up.x && up.y == f.up.y &&
+      up.z == f.up.z && view.GetFieldOfView() == f.fieldOfView && width == f.width &&
+      height == f.height)
+    return f;
+  f.eye = eye;
+  f.target = target;
+  f.up = up;
+  f.fieldOfView = view.GetFieldOfView();
+  f.width = width;
+  f.height = height;
+  f.forward = Unit(target - eye);
+  f.right = Unit(Cross(f.forward, up));
+  f.upward = Cross(f.right, f.forward);
+  f.halfHeight = std::tan(f.fieldOfView * std::numbers::pi / 360.0);
+  return f;
+}
+
+void QAV3DViewer::GetRay(double x, double y, QAVMathPoint& origin, QAVMathVector& direction) const {
+  const Frame& f = CurrentFrame();
+  origin = f.eye;
+  const double aspect = f.height > 0 ? static_cast<double>(f.width) / f.height : 1.0;
+  const double u = (f.width > 0 ? 2.0 * x / f.width - 1.0 : 0.0) * f.halfHeight * aspect;
+  const double v = (f.height > 0 ? 1.0 - 2.0 * y / f.height : 0.0) * f.halfHeight;
+  direction = Unit({f.forward.x + u * f.right.x + v * f.upward.x,
+                    f.forward.y + u * f.right.y + v * f.upward.y,
+                    f.forward.z + u * f.right.z + v * f.upward.z});
 }
 
 bool QAV3DViewer::Project(const QAVMathPoint& point, double& x, double& y) const {
-  float width = 0.0F;
-  float height = 0.0F;
-  GetGraphicSize(width, height);
-  const QAV3DViewpoint& view = *_mainViewpoint;
-  const QAVMathPoint eye = view.GetOrigin();
-  const QAVMathVector forward = Unit(view.GetTarget() - eye);
-  const QAVMathVector right = Unit(Cross(forward, view.GetUpDirection()));
-  const QAVMathVector up = Cross(right, forward);
-  const QAVMathVector d = point - eye;
-  const double depth = d.x * forward.x + d.y * forward.y + d.z * forward.z;
-  if (!(depth > 0) || !(width > 0) || !(height > 0)) return false;
-  const double halfHeight = std::tan(view.GetFieldOfView() * std::numbers::pi / 360.0);
-  const double aspect = static_cast<double>(width) / height;
-  const double u = (d.x * right.x + d.y * right.y + d.z * right.z) / depth / (halfHeight * aspect);
-  const double v = (d.x * up.x + d.y * up.y + d.z * up.z) / depth / halfHeight;
-  x = (u + 1.0) * width / 2.0;
-  y = (1.0 - v) * height / 2.0;
+  const Frame& f = CurrentFrame();
+  const QAVMathVector d = point - f.eye;
+  const double depth = d.x * f.forward.x + d.y * f.forward.y + d.z * f.forward.z;
+  if (!(depth > 0) || !(f.width > 0) || !(f.height > 0)) return false;
+  const double aspect = static_cast<double>(f.width) / f.height;
+  const double u =
+      (d.x * f.right.x + d.y * f.right.y + d.z * f.right.z) / depth / (f.halfHeight * aspect);
+  const double v = (d.x * f.upward.x + d.y * f.upward.y + d.z * f.upward.z) / depth / f.halfHeight;
+  x = (u + 1.0) * f.width / 2.0;
+  y = (1.0 - v) * f.height / 2.0;
   return true;
 }
 
 HRESULT QAV3DViewer::Pick(int x, int y, int boxWidth, int boxHeight, int /*style*/,
                           std::vector<QAVRef<QAVPickPath>>& paths) {
   paths.clear();
-  if (!_root || boxWidth < 1 || boxHeight < 1) return E_FAIL;
+  constexpr int kLargest = QAVGraphicWindow::kMaxWindowSide;
+  if (!_root || boxWidth < 1 || boxHeight < 1 || boxWidth > kLargest || boxHeight > kLargest)
+    return E_FAIL;
   const QAVRayCaster* caster = Caster();
-  // The nearest hit of each leaf over the box's rays, then nearest first.
-  std::vector<QAVRayCaster::Hit> best;
-  std::vector<QAVMathPoint> points;
-  std::vector<QAVRayCaster::Hit> hits;
+  // The nearest hit of each leaf over the box's rays, where it is, then
+  // nearest first (at one distance, in the leaves' order).
+  struct Nearest {
+    QAVRayCaster::Hit hit;
+    QAVMathPoint point;
+  };
+  // Kept from pick to pick (a pick calls nothing that picks): once they have
+  // grown, a pick allocates nothing but its paths.
+  thread_local std::vector<Nearest> best;
+  thread_local std::vector<QAVRayCaster::Hit> hits;
+  best.clear();
   for (int dy = 0; dy < boxHeight; ++dy) {
     for (int dx = 0; dx < boxWidth; ++dx) {
       QAVMathPoint origin;
@@ -101,28 +125,24 @@ HRESULT QAV3DViewer::Pick(int x, int y, int boxWidth, int boxHeight, int /*style
         const QAVMathPoint point =
             origin + QAVMathVector{direction.x * hit.distance, direction.y * hit.distance,
                                    direction.z * hit.distance};
-        const auto known = std::find_if(best.begin(), best.end(),
-                                        [&hit](const auto& b) { return b.leaf == hit.leaf; });
-        if (known == best.end()) {
-          best.push_back(hit);
-          points.push_back(point);
-        } else if (hit.distance < known->distance) {
-          points[static_cast<std::size_t>(known - best.begin())] = point;
-          *known = hit;
-        }
+        const auto known = std::find_if(
+            best.begin(), best.end(), [&hit](const Nearest& b) { return b.hit.leaf == hit.leaf; });
+        if (known == best.end())
+          best.push_back({hit, point});
+        else if (hit.distance < known->hit.distance)
+          *known = {hit, point};
       }
     }
   }
-  std::vector<std::size_t> order(best.size());
-  for (std::size_t i = 0; i < order.size(); ++i)
-    order[i] = i;
-  std::stable_sort(order.begin(), order.end(), [&best](std::size_t a, std::size_t b) {
-    return best[a].distance < best[b].distance;
+  std::sort(best.begin(), best.end(), [](const Nearest& a, const Nearest& b) {
+    return a.hit.distance < b.hit.distance ||
+           (a.hit.distance == b.hit.distance && a.hit.leaf < b.hit.leaf);
   });
-  for (const std::size_t i : order)
+  paths.reserve(best.size());
+  for (const Nearest& nearest : best)
     paths.push_back(QAVMakeRef<QAVPickPath>(
-        caster->PathOf(best[i].leaf), _mainViewpoint.get(), points[i], best[i].normal,
-        caster->SubElementOf(best[i].leaf, best[i].triangle), best[i].distance));
+        caster->PathOf(nearest.hit.leaf), _mainViewpoint.get(), nearest.point, nearest.hit.normal,
+        caster->SubElementOf(nearest.hit.leaf, nearest.hit.triangle), nearest.hit.distance));
   return S_OK;
 }
 

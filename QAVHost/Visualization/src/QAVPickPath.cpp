@@ -4,7 +4,13 @@
 
 QAV_IMPLEMENT_CLASS(QAVPickPath, QAVBaseUnknown, "Visualization");
 
-QAVPickPath::QAVPickPath(std::vector<QAVRef<QAV3DRep>> leafToRoot, QAV3DViewpoint* viewpoint,
+QAVPickPath::QAVPickPath(Reps leafToRoot, QAV3DViewpoint* viewpoint,
+                         const QAVMathPoint& intersection, const QAVMathVector& normal,
+                         int subElement, double distance)
+    : QAVPickPath(std::make_shared<const Reps>(std::move(leafToRoot)), viewpoint, intersection,
+                  normal, subElement, distance) {}
+
+QAVPickPath::QAVPickPath(std::shared_ptr<const Reps> leafToRoot, QAV3DViewpoint* viewpoint,
                          const QAVMathPoint& intersection, const QAVMathVector& normal,
                          int subElement, double distance)
     : _reps(std::move(leafToRoot)),
@@ -18,7 +24,7 @@ QAVPickPath::~QAVPickPath() = default;
 
 QAV3DRep* QAVPickPath::GetRep(int index) const {
   if (index < 0 || index >= GetRepCount()) return nullptr;
-  return _reps[static_cast<std::size_t>(index)].get();
+  return (*_reps)[static_cast<std::size_t>(index)].get();
 }
 
 QAV3DRep* QAVPickPath::NextFatherRep() {

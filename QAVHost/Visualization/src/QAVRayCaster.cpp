@@ -30,11 +30,76 @@ struct QAVRayCaster::Kernel {
   RTCScene scene = nullptr;
 };
 
+namespace {
+
+// The context of a ray that sees every hit: the kernel's own first, so that
+// the filter finds the rest from the context it is given.
+struct EveryHitContext {
+  RTCIntersectContext kernel;
+  // Each leaf's nearest hit so far, its normal the kernel's (not unit, not
+  // turned to the eye yet).
+  std::vector<QAVRayCaster::Hit>* nearest;
+};
+
+// Keeps each leaf's nearest hit and refuses every hit, so that the kernel
+// goes on along the whole ray instead of stopping at the first surface.
+void KeepNearestOfEachLeaf(const RTCFilterFunctionNArguments* args) {
+  auto* context = reinterpret_cast<EveryHitContext*>(args->context);
+  std::vector<QAVRayCaster::Hit>& nearest = *context->nearest;
+  for (unsigned i = 0; i < args->N; ++i) {
+    if (args->valid[i] != -1) continue;
+    args->valid[i] = 0;
+    QAVRayCaster::Hit seen;
+    seen.leaf = RTCHitN_geomID(args->hit, args->N, i);
+    seen.triangle = RTCHitN_primID(args->hit, args->N, i);
+    seen.distance = RTCRayN_tfar(args->ray, args->N, i);
+    seen.normal = {RTCHitN_Ng_x(args->hit, args->N, i), RTCHitN_Ng_y(args->hit, args->N, i),
+                   RTCHitN_Ng_z(args->hit, args->N, i)};
+    seen.u = RTCHitN_u(args->hit, args->N, i);
+    seen.v = RTCHitN_v(args->hit, args->N, i);
+    const auto known =
+        std::find_if(nearest.begin(), nearest.end(),
+                     [&seen](const QAVRayCaster::Hit& h) { return h.leaf == seen.leaf; });
+    if (known == nearest.end())
+      nearest.push_back(seen);
+    else if (seen.distance < known->distance ||
+             (seen.distance == known->distance && seen.triangle < known->triangle))
+      *known = seen;  // the same hit whichever order the kernel visits them in
+  }
+}
+
+RTCRayHit MakeRay(const QAVMathPoint& origin, const QAVMathVector& d, double from) {
+  RTCRayHit ray{};
+  ray.ray.org_x = static_cast<float>(origin.x);
+  ray.ray.org_y = static_cast<float>(origin.y);
+  ray.ray.org_z = static_cast<float>(origin.z);
+  ray.ray.dir_x = static_cast<float>(d.x);
+  ray.ray.dir_y = static_cast<float>(d.y);
+  ray.ray.dir_z = static_cast<float>(d.z);
+  ray.ray.tnear = static_cast<float>(from);
+  ray.ray.tfar = std::numeric_limits<float>::infinity();
+  ray.ray.mask = 0xFFFFFFFFU;
+  ray.hit.geomID = RTC_INVALID_GEOMETRY_ID;
+  return ray;
+}
+
+// A triangle's own normal made unit and turned against the unit direction `d`.
+QAVMathVector Facing(const QAVMathVector& kernel, const QAVMathVector& d) {
+  const QAVMathVector normal = Unit(kernel);
+  if (normal.x * d.x + normal.y * d.y + normal.z * d.z > 0)
+    return {-normal.x, -normal.y, -normal.z};
+  return normal;
+}
+
+}  // namespace
+
 QAVRayCaster::QAVRayCaster(QAV3DBagRep* root) : _kernel(new Kernel) {
   RTCDevice device = Device();
   if (!device) return;
   _kernel->scene = rtcNewScene(device);
   rtcSetSceneBuildQuality(_kernel->scene, RTC_BUILD_QUALITY_HIGH);
+  // A context may carry a filter: the rays that see every hit.
+  rtcSetSceneFlags(_kernel->scene, RTC_SCENE_FLAG_CONTEXT_FILTER_FUNCTION);
   if (root) {
     std::vector<QAVRef<QAV3DRep>> path;
     Flatten(root, QAV4x4Matrix(), path);
@@ -82,7 +147,7 @@ void QAVRayCaster::Flatten(QAV3DRep* rep, const QAV4x4Matrix& toGlobal,
       _triangleLists.resize(id + 1);
       _leaves.resize(id + 1);
     }
-    _paths[id].assign(path.rbegin(), path.rend());
+    _paths[id] = std::make_shared<const std::vector<QAVRef<QAV3DRep>>>(path.rbegin(), path.rend());
     _leaves[id] = surface;
     _triangleLists[id] = &triangles;
     const std::vector<float>& normals = surface->GetNormals();
@@ -107,17 +172,7 @@ bool QAVRayCaster::CastNearest(const QAVMathPoint& origin, const QAVMathVector& 
                                double from, Hit& hit) const {
   if (!_kernel->scene) return false;
   const QAVMathVector d = Unit(direction);
-  RTCRayHit ray{};
-  ray.ray.org_x = static_cast<float>(origin.x);
-  ray.ray.org_y = static_cast<float>(origin.y);
-  ray.ray.org_z = static_cast<float>(origin.z);
-  ray.ray.dir_x = static_cast<float>(d.x);
-  ray.ray.dir_y = static_cast<float>(d.y);
-  ray.ray.dir_z = static_cast<float>(d.z);
-  ray.ray.tnear = static_cast<float>(from);
-  ray.ray.tfar = std::numeric_limits<float>::infinity();
-  ray.ray.mask = 0xFFFFFFFFU;
-  ray.hit.geomID = RTC_INVALID_GEOMETRY_ID;
+  RTCRayHit ray = MakeRay(origin, d, from);
   RTCIntersectContext context;
   rtcInitIntersectContext(&context);
   rtcIntersect1(_kernel->scene, &context, &ray);
@@ -125,41 +180,46 @@ bool QAVRayCaster::CastNearest(const QAVMathPoint& origin, const QAVMathVector& 
   hit.leaf = ray.hit.geomID;
   hit.triangle = ray.hit.primID;
   hit.distance = ray.ray.tfar;
-  QAVMathVector normal = Unit({ray.hit.Ng_x, ray.hit.Ng_y, ray.hit.Ng_z});
-  if (normal.x * d.x + normal.y * d.y + normal.z * d.z > 0)
-    normal = {-normal.x, -normal.y, -normal.z};
-  hit.normal = normal;
-  hit.shading = normal;
-  const std::vector<float>& normals = _normals[hit.leaf];
-  if (!normals.empty()) {
-    const std::uint32_t* corner = _triangleLists[hit.leaf]->data() + 3 * std::size_t{hit.triangle};
-    const double w[3] = {1.0 - ray.hit.u - ray.hit.v, ray.hit.u, ray.hit.v};
-    QAVMathVector smooth{0, 0, 0};
-    for (int k = 0; k < 3; ++k) {
-      const float* n = normals.data() + 3 * std::size_t{corner[k]};
-      smooth = {smooth.x + w[k] * n[0], smooth.y + w[k] * n[1], smooth.z + w[k] * n[2]};
-    }
-    smooth = Unit(smooth);
-    const double facing = smooth.x * d.x + smooth.y * d.y + smooth.z * d.z;
-    // A vertex normal pointing away from the eye (a mesh seen from inside)
-    // faces the eye like the triangle's own.
-    if (smooth.x != 0 || smooth.y != 0 || smooth.z != 0)
-      hit.shading = facing > 0 ? QAVMathVector{-smooth.x, -smooth.y, -smooth.z} : smooth;
-  }
+  hit.normal = Facing({ray.hit.Ng_x, ray.hit.Ng_y, ray.hit.Ng_z}, d);
+  hit.u = ray.hit.u;
+  hit.v = ray.hit.v;
   return true;
+}
+
+QAVMathVector QAVRayCaster::ShadingNormal(const Hit& hit, const QAVMathVector& direction) const {
+  const std::vector<float>& normals = _normals[hit.leaf];
+  if (normals.empty()) return hit.normal;
+  const QAVMathVector d = Unit(direction);
+  const std::uint32_t* corner = _triangleLists[hit.leaf]->data() + 3 * std::size_t{hit.triangle};
+  const double w[3] = {1.0 - hit.u - hit.v, hit.u, hit.v};
+  QAVMathVector smooth{0, 0, 0};
+  for (int k = 0; k < 3; ++k) {
+    const float* n = normals.data() + 3 * std::size_t{corner[k]};
+    smooth = {smooth.x + w[k] * n[0], smooth.y + w[k] * n[1], smooth.z + w[k] * n[2]};
+  }
+  smooth = Unit(smooth);
+  if (smooth.x == 0 && smooth.y == 0 && smooth.z == 0) return hit.normal;
+  // A vertex normal pointing away from the eye (a mesh seen from inside)
+  // faces the eye like the triangle's own.
+  const double facing = smooth.x * d.x + smooth.y * d.y + smooth.z * d.z;
+  return facing > 0 ? QAVMathVector{-smooth.x, -smooth.y, -smooth.z} : smooth;
 }
 
 void QAVRayCaster::CastAll(const QAVMathPoint& origin, const QAVMathVector& direction,
                            std::vector<Hit>& hits) const {
   hits.clear();
-  Hit hit;
-  double from = 0.0;
-  // Each cast starts just beyond the previous hit; a leaf counts at its
-  // nearest hit only. The bound keeps a degenerate scene from looping long.
-  for (int casts = 0; casts < 4096 && CastNearest(origin, direction, from, hit); ++casts) {
-    const bool seen =
-        std::any_of(hits.begin(), hits.end(), [&hit](const Hit& h) { return h.leaf == hit.leaf; });
-    if (!seen) hits.push_back(hit);
-    from = hit.distance * (1.0 + 1e-6) + 1e-6;
-  }
+  if (!_kernel->scene) return;
+  const QAVMathVector d = Unit(direction);
+  RTCRayHit ray = MakeRay(origin, d, 0.0);
+  EveryHitContext context{};
+  rtcInitIntersectContext(&context.kernel);
+  context.kernel.filter = KeepNearestOfEachLeaf;
+  context.nearest = &hits;
+  rtcIntersect1(_kernel->scene, &context.kernel, &ray);
+  for (Hit& hit : hits)
+    hit.normal = Facing(hit.normal, d);
+  if (hits.size() > 1)
+    std::sort(hits.begin(), hits.end(), [](const Hit& a, const Hit& b) {
+      return a.distance < b.distance || (a.distance == b.distance && a.leaf < b.leaf);
+    });
 }

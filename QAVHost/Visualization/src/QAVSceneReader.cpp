@@ -1,6 +1,10 @@
 #include "QAVSceneReader.h"
 
+#include <algorithm>
+#include <array>
+#include <cfloat>
 #include <cmath>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <initializer_list>
@@ -10,6 +14,7 @@
 #include <vector>
 
 #include "QAVFaceList.h"
+#include "QAVGraphicWindow.h"
 #include "QAVMeshReader.h"
 #include "QAVPLMInstance.h"
 #include "QAVPLMOccurrence.h"
@@ -21,6 +26,19 @@ using Json = nlohmann::json;
 
 constexpr std::uintmax_t kMaxFileBytes = 64U << 20U;
 constexpr int kMaxDepth = 256;
+// Every number of a scene ends up in single precision (the vertices handed to
+// the ray-tracing kernel, the sizes and centres of boxes): one beyond its
+// range would be infinite there. Vertices stay within half of it, wherever
+// they are placed, so that the size between two of them fits too.
+constexpr double kMaxNumber = FLT_MAX;
+constexpr double kMaxCoordinate = FLT_MAX / 2;
+
+// A number as the errors show it: nine significant digits.
+std::string Shown(double value) {
+  char text[32];
+  (void)std::snprintf(text, sizeof text, "%.9g", value);
+  return text;
+}
 
 // Reads one scene; the first error stops it.
 class Reader {
@@ -44,7 +62,9 @@ class Reader {
   bool Positive(const Json& json, const std::string& where, double& value);
   bool Vector(const Json& json, const std::string& where, double (&value)[3]);
   bool Text(const Json& json, const std::string& where, std::string& value);
+  bool WindowSide(const Json& json, const std::string& where, double largest, double& value);
   bool Node(const Json& json, const std::string& where, int depth, QAVRef<QAV3DBagRep>& bag);
+  bool Fits(const QAV3DTessellatedRep& leaf, const std::string& where);
   bool Placement(const Json& json, const std::string& where, QAV3DBagRep& bag);
   bool Shape(const Json& json, const std::string& where, QAVRef<QAVSurfacicRep>& leaf,
              std::vector<QAVRef<QAVFace>>& faces);
@@ -54,6 +74,13 @@ class Reader {
   std::string _directory;
   QAVSceneDocument& _scene;
   std::string _error;
+  // The nodes from the root down to the one being read, each with its
+  // placement in the space of the node above it.
+  struct Space {
+    std::string where;
+    QAV4x4Matrix matrix;
+  };
+  std::vector<Space> _spaces;
 };
 
 bool Reader::Keys(const Json& object, const std::string& where,
@@ -72,6 +99,18 @@ bool Reader::Number(const Json& json, const std::string& where, double& value) {
   if (!json.is_number()) return Fail(where, "a number expected");
   value = json.get<double>();
   if (!std::isfinite(value)) return Fail(where, "a finite number expected");
+  if (std::abs(value) > kMaxNumber)
+    return Fail(where, Shown(value) + " is beyond single precision (at most " + Shown(kMaxNumber) +
+                           " either way)");
+  return true;
+}
+
+bool Reader::WindowSide(const Json& json, const std::string& where, double largest, double& value) {
+  if (!Number(json, where, value)) return false;
+  if (value < QAVGraphicWindow::kMinWindowSide || value > largest)
+    return Fail(where, Shown(value) + " pixels: from " +
+                           std::to_string(QAVGraphicWindow::kMinWindowSide) + " to " +
+                           Shown(largest) + " expected");
   return true;
 }
 
@@ -109,21 +148,23 @@ bool Reader::Document(const Json& json) {
   if (!Keys(window, "window", {"width", "height", "usable"})) return false;
   double width = 0;
   double height = 0;
+  constexpr double kLargest = QAVGraphicWindow::kMaxWindowSide;
   if (!Present(window, "width", "window.width") ||
-      !Positive(window["width"], "window.width", width))
+      !WindowSide(window["width"], "window.width", kLargest, width))
     return false;
   if (!Present(window, "height", "window.height") ||
-      !Positive(window["height"], "window.height", height))
+      !WindowSide(window["height"], "window.height", kLargest, height))
     return false;
   double usableWidth = width;
   double usableHeight = height;
   if (window.contains("usable")) {
     const Json& usable = window["usable"];
     if (!Keys(usable, "window.usable", {"width", "height"})) return false;
-    if (usable.contains("width") && !Positive(usable["width"], "window.usable.width", usableWidth))
+    if (usable.contains("width") &&
+        !WindowSide(usable["width"], "window.usable.width", kLargest, usableWidth))
       return false;
     if (usable.contains("height") &&
-        !Positive(usable["height"], "window.usable.height", usableHeight))
+        !WindowSide(usable["height"], "window.usable.height", kLargest, usableHeight))
       return false;
     if (usableWidth > width || usableHeight > height)
       return Fail("window.usable", "larger than the window");
@@ -402,6 +443,7 @@ bool Reader::Node(const Json& json, const std::string& where, int depth, QAVRef<
         QAVMakeRef<QAVModelObject>(className.c_str(), QAVUnicodeString(name.c_str())).get());
   }
   if (!Placement(json, where, *bag)) return false;
+  _spaces.push_back({where, bag->GetMatrix() ? *bag->GetMatrix() : QAV4x4Matrix()});
   if (json.contains("mesh") && json.contains("shape"))
     return Fail(where, "\"mesh\" or \"shape\", not both");
   if (json.contains("plm")) {
@@ -426,6 +468,7 @@ bool Reader::Node(const Json& json, const std::string& where, int depth, QAVRef<
         list->AddFace(face.get());
   }
   if (leaf) {
+    if (!Fits(*leaf, where + (json.contains("mesh") ? ".mesh" : ".shape"))) return false;
     bag->AddChild(leaf.get());
     ++_scene.leafCount;
     _scene.triangleCount += leaf->GetTriangleCount();
@@ -438,6 +481,54 @@ bool Reader::Node(const Json& json, const std::string& where, int depth, QAVRef<
       if (!Node(children[i], where + ".children[" + std::to_string(i) + "]", depth + 1, child))
         return false;
       bag->AddChild(child.get());
+    }
+  }
+  _spaces.pop_back();
+  return true;
+}
+
+bool Reader::Fits(const QAV3DTessellatedRep& leaf, const std::string& where) {
+  // The box of the leaf's vertices, then its eight corners placed by each
+  // node's matrix in turn: in every space, from the node's own up to the
+  // scene's, every vertex lies within the corners' extremes.
+  const std::vector<float>& p = leaf.GetPositions();
+  if (p.empty()) return true;
+  double low[3] = {p[0], p[1], p[2]};
+  double high[3] = {p[0], p[1], p[2]};
+  for (std::size_t i = 0; i + 2 < p.size(); i += 3) {
+    for (std::size_t k = 0; k < 3; ++k) {
+      low[k] = std::min<double>(low[k], p[i + k]);
+      high[k] = std::max<double>(high[k], p[i + k]);
+    }
+  }
+  std::array<QAVMathPoint, 8> corners;
+  for (std::size_t c = 0; c < 8; ++c)
+    corners[c] = {(c & 1U) ? high[0] : low[0], (c & 2U) ? high[1] : low[1],
+                  (c & 4U) ? high[2] : low[2]};
+  // The placements from the leaf's node up to the current level, composed as
+  // a box of an object above them composes them.
+  QAV4x4Matrix placed;
+  for (std::size_t level = _spaces.size() + 1; level-- > 0;) {
+    // At `level`, the corners are in the space of the node _spaces[level - 1]
+    // (of the scene at level 0), inside all the placements below it.
+    if (level < _spaces.size()) {
+      placed = _spaces[level].matrix * placed;
+      for (const double value : placed.RowMajor())
+        if (std::abs(value) > kMaxNumber)
+          return Fail(where, "the placements from " + _spaces[level].where + " down make " +
+                                 Shown(value) + ", beyond single precision (at most " +
+                                 Shown(kMaxNumber) + " either way)");
+      for (QAVMathPoint& corner : corners)
+        corner = _spaces[level].matrix * corner;
+    }
+    for (const QAVMathPoint& corner : corners) {
+      for (const double value : {corner.x, corner.y, corner.z}) {
+        if (std::abs(value) <= kMaxCoordinate) continue;
+        return Fail(where, "the box of its vertices reaches " + Shown(value) + " in the space of " +
+                               (level > 0 ? _spaces[level - 1].where : std::string("the scene")) +
+                               ", beyond " + Shown(kMaxCoordinate) +
+                               " either way (half the single-precision range, so that sizes fit)");
+      }
     }
   }
   return true;

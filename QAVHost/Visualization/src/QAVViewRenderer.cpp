@@ -9,6 +9,7 @@
 
 #include "QAV3DViewer.h"
 #include "QAVFixedGPDrawing.h"
+#include "QAVGraphicWindow.h"
 #include "QAVModelObject.h"
 #include "QAVRayCaster.h"
 
@@ -64,8 +65,17 @@ HRESULT QAVViewRenderer::Render(QAV3DViewer* viewer, QAVRef<QAVPixelImage>& imag
   float graphicWidth = 0.0F;
   float graphicHeight = 0.0F;
   viewer->GetGraphicSize(graphicWidth, graphicHeight);
-  const int width = std::clamp(static_cast<int>(std::lround(graphicWidth)), 1, 8192);
-  const int height = std::clamp(static_cast<int>(std::lround(graphicHeight)), 1, 8192);
+  // Whole pixels; a size the picture cannot have is refused, never clamped:
+  // a clamped picture would show the view squashed.
+  constexpr float kMin = QAVGraphicWindow::kMinWindowSide;
+  constexpr float kMax = QAVGraphicWindow::kMaxWindowSide;
+  const float roundedWidth = std::round(graphicWidth);
+  const float roundedHeight = std::round(graphicHeight);
+  if (!(roundedWidth >= kMin && roundedWidth <= kMax && roundedHeight >= kMin &&
+        roundedHeight <= kMax))
+    return E_INVALIDARG;
+  const int width = static_cast<int>(roundedWidth);
+  const int height = static_cast<int>(roundedHeight);
   auto picture = QAVMakeRef<QAVPixelImage>(width, height, QAVPixelFormat::RGB);
   auto* pixels = static_cast<std::uint8_t*>(picture->GetPixels());
 
@@ -73,7 +83,7 @@ HRESULT QAVViewRenderer::Render(QAV3DViewer* viewer, QAVRef<QAVPixelImage>& imag
   std::vector<Kind> kinds;
   if (caster)
     for (unsigned leaf = 0; caster && leaf < caster->GetLeafCount(); ++leaf)
-      kinds.push_back(KindOf(caster->PathOf(leaf)));
+      kinds.push_back(KindOf(*caster->PathOf(leaf)));
 
   // The light from above the view (the viewpoint's up) and a little from the left.
   const QAV3DViewpoint& view = *viewer->GetMain3DViewpoint();
@@ -90,7 +100,7 @@ HRESULT QAVViewRenderer::Render(QAV3DViewer* viewer, QAVRef<QAVPixelImage>& imag
       if (caster && caster->CastNearest(origin, direction, 0.0, hit)) {
         const Kind kind = kinds[hit.leaf];
         const Colour base = BaseColour(kind);
-        const QAVMathVector& n = hit.shading;
+        const QAVMathVector n = caster->ShadingNormal(hit, direction);
         const double facing = std::abs(n.x * direction.x + n.y * direction.y + n.z * direction.z);
         const double upLength = std::sqrt(up.x * up.x + up.y * up.y + up.z * up.z);
         const double fromAbove =
