@@ -24,18 +24,6 @@ std::unique_ptr<QAVHostDriver> OpenScene(const std::string& path) {
     Fail(error);
     return nullptr;
   }
-  // The view is drawn, picked and measured at the window's size: a side the
-  // renderer cannot draw at would be drawn at another size than the one used.
-  const QAVSceneDocument& scene = *driver->GetScene();
-  for (const auto& [key, side] : {std::pair<const char*, float>{"window.width", scene.width},
-                                  std::pair<const char*, float>{"window.height", scene.height}})
-    if (!(side >= 1.0F && side <= static_cast<float>(kMaxWindowSide))) {
-      char text[64];
-      (void)std::snprintf(text, sizeof text, "%g", static_cast<double>(side));
-      Fail(path + ": " + key + " " + text + " is outside 1 to " + std::to_string(kMaxWindowSide) +
-           " pixels, the sizes a view is drawn at");
-      return nullptr;
-    }
   QAVRbaPLMServices::SetUIActiveProduct(
       QAVQuery<QAVIPrdObject>(driver->GetScene()->product.get()).get());
   return driver;

@@ -11,12 +11,9 @@
 
 namespace qavcli {
 
-// The largest side of a window the program takes, in pixels: the renderer
-// draws views of 1 to 8192 pixels a side (QAVViewRenderer.h).
-constexpr int kMaxWindowSide = 8192;
-
 // A host session showing one scene; null (with the reason printed) when the
-// file cannot be used or its window is not 1 to kMaxWindowSide pixels a side.
+// file cannot be used (the scene reader refuses, among others, windows outside
+// the sizes a view is drawn at).
 std::unique_ptr<QAVHostDriver> OpenScene(const std::string& path);
 
 // The shipped showroom scene.
