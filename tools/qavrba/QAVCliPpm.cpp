@@ -9,8 +9,6 @@
 #include <cstring>
 #include <fstream>
 
-#include "QAVCli.h"
-
 namespace qavcli {
 
 namespace {
@@ -133,19 +131,19 @@ bool ReadPpm(const ByteSource& source, Ppm& ppm, std::string& error) {
 }
 
 bool ReadPpmFile(const std::string& path, Ppm& ppm, std::string& error) {
-  if (const std::string why = UnreadableFile(path); !why.empty()) {
-    error = "cannot read " + why;
-    return false;
-  }
-  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  // Opened without waiting, so that a FIFO is refused rather than waited on.
+  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (fd < 0) {
-    error = "cannot read '" + path + "': " + std::strerror(errno);
+    error = "cannot read '" + path +
+            "': " + (errno == ENOENT ? std::string("no such file") : std::strerror(errno));
     return false;
   }
   struct stat st {};
-  if (::fstat(fd, &st) == 0 && S_ISDIR(st.st_mode)) {
+  if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode)) {
     ::close(fd);
-    error = "cannot read '" + path + "': it is a directory";
+    error = "'" + path + "' " +
+            (S_ISDIR(st.st_mode) ? "is a folder, not a file"
+                                 : "is not a regular file (a FIFO, socket or device)");
     return false;
   }
   const ByteSource source = [fd](char* buffer, std::size_t size) -> long {
