@@ -36,12 +36,12 @@ bool KnownPreset(const std::string& name) {
 int Resolve(const std::vector<std::string>& presets) {
   for (const std::string& preset : presets)
     if (!KnownPreset(preset)) {
-      std::string names;
+      std::string message = "unknown preset \"" + preset + "\" (";
       for (const char* known : kPresets) {
-        if (!names.empty()) names += ' ';
-        names += known;
+        if (message.back() != '(') message += ' ';
+        message += known;
       }
-      return qavcli::UsageError("unknown preset \"" + preset + "\" (" + names + ")");
+      return qavcli::UsageError(message + ")");
     }
   bool noted = false;
   for (const std::string& preset : presets) {
