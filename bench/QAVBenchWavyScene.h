@@ -15,6 +15,7 @@
 #include <fstream>
 #include <string>
 
+#include "QAVBenchScratch.h"
 #include "QAVSceneReader.h"
 
 namespace qavbench {
@@ -23,30 +24,10 @@ constexpr int kWavyGrid = 708;  // 2 x 708^2 = 1,002,528 triangles
 constexpr int kWaveWidth = 800;
 constexpr int kWaveHeight = 600;
 
-// A scratch directory removed at exit.
-struct Scratch {
-  Scratch() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "qav-bench-XXXXXX").string();
-    if (::mkdtemp(pattern.data())) path = pattern;
-  }
-  ~Scratch() {
-    std::error_code ec;
-    if (!path.empty()) std::filesystem::remove_all(path, ec);
-  }
-  Scratch(const Scratch&) = delete;
-  Scratch& operator=(const Scratch&) = delete;
-  std::filesystem::path path;
-};
-
-inline Scratch& ScratchDir() {
-  static Scratch scratch;
-  return scratch;
-}
-
 // A grid of n x n quads over [-1, 1]^2, heights a gentle wave, as a binary STL
 // of 2 n^2 facets with their normals.
 inline std::string WriteWavyStl(int n) {
-  const std::filesystem::path file = ScratchDir().path / ("wave" + std::to_string(n) + ".stl");
+  const std::filesystem::path file = Scratch() / ("wave" + std::to_string(n) + ".stl");
   std::ofstream out(file, std::ios::binary);
   const std::string header(80, ' ');
   out.write(header.data(), 80);
@@ -83,7 +64,7 @@ inline std::string WriteWavyStl(int n) {
 // The scene file of the wave: its mesh under one part.
 inline std::string WriteWaveScene() {
   const std::string mesh = WriteWavyStl(kWavyGrid);
-  const std::filesystem::path file = ScratchDir().path / "wave.json";
+  const std::filesystem::path file = Scratch() / "wave.json";
   std::ofstream(file) << R"({"format": "qav-scene", "version": 1,
   "window": {"width": )"
                       << kWaveWidth << R"(, "height": )" << kWaveHeight << R"(},

@@ -10,6 +10,7 @@
 #include <fstream>
 #include <string>
 
+#include "QAVBenchScratch.h"
 #include "QAVContentPackage.h"
 #include "QAVPLMBriefcaseProtectedServices.h"
 
@@ -17,21 +18,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
-fs::path ScratchRoot() {
-  static const fs::path root = [] {
-    fs::path dir = fs::temp_directory_path() / ("qav-plm-bench-" + std::to_string(::getpid()));
-    fs::create_directories(dir);
-    ::setenv("QAVHOST_PLM_DIR", (dir / "plm").c_str(), 1);
-    return dir;
-  }();
-  // Registered once the path exists, so that it runs before the path is
-  // destroyed at exit.
-  static const bool cleanup = std::atexit([] {
-                                std::error_code ec;
-                                fs::remove_all(root, ec);
-                              }) == 0;
-  (void)cleanup;
-  return root;
+// The program's scratch directory, the PLM repositories in it.
+const fs::path& ScratchRoot() {
+  static const bool plm =
+      ::setenv("QAVHOST_PLM_DIR", (qavbench::Scratch() / "plm").c_str(), 1) == 0;
+  (void)plm;
+  return qavbench::Scratch();
 }
 
 void WriteFile(const fs::path& path, const std::string& content) {

@@ -26,6 +26,7 @@
 
 #include <unistd.h>
 
+#include "QAVBenchScratch.h"
 #include "QAVRbaLightProfile.h"
 
 namespace fs = std::filesystem;
@@ -36,37 +37,11 @@ std::string CorpusFile() {
   return std::string(QAV_SHARED_DIR) + "/ies-corpus/eu_1995_263x361_large_crlf.ies";
 }
 
-// The directory of the generated files, made on first use and removed with
-// everything in it when the program ends.
-class ScratchDirectory {
- public:
-  ScratchDirectory() {
-    std::error_code ec;
-    _path = fs::temp_directory_path(ec) / ("qav-bench-" + std::to_string(getpid()));
-    fs::create_directories(_path, ec);
-  }
-  ~ScratchDirectory() {
-    std::error_code ec;
-    fs::remove_all(_path, ec);
-  }
-  ScratchDirectory(const ScratchDirectory&) = delete;
-  ScratchDirectory& operator=(const ScratchDirectory&) = delete;
-  const fs::path& path() const { return _path; }
-
- private:
-  fs::path _path;
-};
-
-const fs::path& Scratch() {
-  static const ScratchDirectory directory;
-  return directory.path();
-}
-
 // Writes a type C file with `horizontal` planes evenly over [0, hRange] and
 // `vertical` angles evenly over [0, vRange]; returns its path.
 std::string WriteTable(const std::string& name, int horizontal, double hRange, int vertical,
                        double vRange) {
-  const fs::path path = Scratch() / (name + ".ies");
+  const fs::path path = qavbench::Scratch() / (name + ".ies");
   FILE* file = std::fopen(path.c_str(), "w");
   if (!file) return {};
   (void)std::fprintf(

@@ -12,6 +12,7 @@
 #include <fstream>
 #include <string>
 
+#include "QAVBenchScratch.h"
 #include "QAVFrmLayout.h"
 #include "QAVFrmWindow.h"
 #include "QAVHostDriver.h"
@@ -28,7 +29,7 @@ constexpr int kPresets = 200;
 
 // A scratch resource directory with the catalog, and a content folder.
 struct Content {
-  fs::path root = fs::temp_directory_path() / ("qav-importer-bench-" + std::to_string(::getpid()));
+  fs::path root = qavbench::Scratch();
   Content() {
     fs::create_directories(root / "msgcatalog");
     fs::create_directories(root / "content/startup/materials");
@@ -46,10 +47,6 @@ struct Content {
     }
     ::setenv("QAVHOST_RESOURCE_PATH", root.c_str(), 1);
     ::setenv("QAVHOST_SETTINGS_DIR", (root / "settings").c_str(), 1);
-  }
-  ~Content() {
-    std::error_code ec;
-    fs::remove_all(root, ec);
   }
 };
 

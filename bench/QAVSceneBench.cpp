@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "QAV3DViewer.h"
+#include "QAVBenchScratch.h"
 #include "QAVCommand.h"
 #include "QAVFrmWindow.h"
 #include "QAVHostDriver.h"
@@ -27,29 +28,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A scratch directory removed at exit.
-struct Scratch {
-  Scratch() {
-    std::string pattern = (fs::temp_directory_path() / "qav-scene-bench-XXXXXX").string();
-    if (::mkdtemp(pattern.data())) path = pattern;
-  }
-  ~Scratch() {
-    std::error_code ec;
-    if (!path.empty()) fs::remove_all(path, ec);
-  }
-  Scratch(const Scratch&) = delete;
-  Scratch& operator=(const Scratch&) = delete;
-  fs::path path;
-};
-
-Scratch& ScratchDir() {
-  static Scratch scratch;
-  return scratch;
-}
-
 // A wavy grid of n x n quads as a binary STL: 2 n^2 triangles.
 std::string WriteWavyStl(int n) {
-  const fs::path file = ScratchDir().path / ("wave" + std::to_string(n) + ".stl");
+  const fs::path file = qavbench::Scratch() / ("wave" + std::to_string(n) + ".stl");
   std::ofstream out(file, std::ios::binary);
   const std::string header(80, ' ');
   out.write(header.data(), 80);

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <string>
 
+#include "QAVBenchScratch.h"
 #include "QAVRbaLiveUIServices.h"
 #include "QAVSettingRepository.h"
 
@@ -16,29 +17,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A scratch settings directory for the whole run.
-class ScratchSettings {
- public:
-  ScratchSettings() {
-    const char* base = std::getenv("QAVHOST_SETTINGS_DIR");
-    std::string pattern =
-        (base && *base ? fs::path(base) : fs::temp_directory_path()) / "qav-bench-XXXXXX";
-    if (::mkdtemp(pattern.data())) _path = pattern;
-    ::setenv("QAVHOST_SETTINGS_DIR", _path.c_str(), 1);
-  }
-  ~ScratchSettings() {
-    std::error_code ec;
-    fs::remove_all(_path, ec);
-  }
-  ScratchSettings(const ScratchSettings&) = delete;
-  ScratchSettings& operator=(const ScratchSettings&) = delete;
-
- private:
-  fs::path _path;
-};
+// The settings of the whole run in the program's scratch directory.
+void UseScratchSettings() { ::setenv("QAVHOST_SETTINGS_DIR", qavbench::Scratch().c_str(), 1); }
 
 void BM_SaveOneChangedKey(benchmark::State& state) {
-  static ScratchSettings scratch;
+  static const bool scratch = (UseScratchSettings(), true);
+  (void)scratch;
   QAVRbaLiveUIServices::InitSettings();
   QAVSettingRepository* live = QAVSettingRepository::GetRepository("RenderingLiveSettings");
   int dpi = 0;
