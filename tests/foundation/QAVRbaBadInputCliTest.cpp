@@ -61,11 +61,8 @@ const Row kRows[] = {
     {"settings show NoSuchRepo", 1, "unknown setting repository 'NoSuchRepo'"},
     {"settings get RenderingLiveSettings NoKey", 1, "unknown key 'NoKey'"},
     {"settings set NoSuchRepo Key 1", 1, "unknown setting repository 'NoSuchRepo'"},
-    {"settings set RenderingLiveSettings ColorProfileSelectedIndex", 2, "values is required"},
     // A setting's values are checked against its declared type once the
     // repository is read.
-    {"settings set RenderingLiveSettings ColorProfileSelectedIndex abc", 1,
-     "\"abc\" is not an int"},
     {"settings set RenderingLiveSettings FNumber 1e40", 1, "\"1e40\" is out of range for a float"},
     {"settings set RenderingLiveSettings FNumber nan", 1, "\"nan\" is not a finite float"},
 
@@ -74,7 +71,6 @@ const Row kRows[] = {
     {"files list box.json", 1, "'box.json' is not a directory"},
     {"files list fifo", 1, "'fifo' is not a directory"},
     {"files find-texture nothing.png", 1, "'nothing.png' not found"},
-    {"files find-backplate", 2, "name is required"},
 
     // ies
     {"ies info missing.ies", 1, "'missing.ies': no such file"},
@@ -85,10 +81,7 @@ const Row kRows[] = {
     {"ies info bad.ies", 1, "token 'x'"},
     {"ies sample {res}/ies/qav_downlight_wide.ies 0", 2, "pairs H V"},
     {"ies sample {res}/ies/qav_downlight_wide.ies 0 nan", 2, "'nan' is not a finite number"},
-    {"ies sample {res}/ies/qav_downlight_wide.ies 0 1e400", 2, "'1e400' is not a finite number"},
     {"ies grid {res}/ies/qav_downlight_wide.ies --step 0", 2, "'0' is not in the range"},
-    {"ies grid {res}/ies/qav_downlight_wide.ies --step inf", 2, "'inf' is not a finite number"},
-    {"ies grid {res}/ies/qav_downlight_wide.ies", 2, "--step is required"},
     {"ies plot {res}/ies/qav_downlight_wide.ies -o plot.jpg", 2, "'plot.jpg'", "", "plot.jpg"},
     {"ies plot {res}/ies/qav_downlight_wide.ies -o nodir/plot.svg", 1, "nodir/plot.svg"},
     {"ies plot fifo -o plot.svg", 1, "'fifo' is not a regular file", "", "plot.svg"},
@@ -96,12 +89,9 @@ const Row kRows[] = {
     // blackbody
     {"blackbody -- -5", 2, "'-5'"},
     {"blackbody nan", 2, "'nan'"},
-    {"blackbody abc", 2, "'abc'"},
     {"blackbody 1e38", 1, "1e38 K: the colour cannot be computed"},
-    {"blackbody", 2, "at least one temperature"},
     {"blackbody --strip 2000:1000 -o strip.svg", 2, "FROM < TO", "", "strip.svg"},
     {"blackbody --strip 1000:2000 -o strip.bmp", 2, "'strip.bmp'", "", "strip.bmp"},
-    {"blackbody --strip 1000:2000", 2, "--output"},
 
     // color
     {"color convert --to 1 missing.ppm out.ppm", 1, "'missing.ppm': no such file"},
@@ -112,7 +102,6 @@ const Row kRows[] = {
     {"color convert --to 99 good.ppm out.ppm", 1, "no profile 99", "", "out.ppm"},
     {"color convert --to 1e40 good.ppm out.ppm", 2, "1e40", "", "out.ppm"},
     {"color convert --to 1 good.ppm nodir/out.ppm", 1, "nodir/out.ppm"},
-    {"color convert --to 1 good.ppm", 2, "out is required"},
 
     // camera
     {"camera ev abc", 2, "abc"},
@@ -122,11 +111,9 @@ const Row kRows[] = {
     // ambience
     {"ambience resolve Nowhere", 2, "unknown preset \"Nowhere\""},
     {"ambience shooter City --count 0", 2, "--count"},
-    {"ambience shooter City --count 1e40", 2, "--count"},
 
     // dof
     {"dof bokeh 1e40", 2, "'1e40' is beyond the single-precision range"},
-    {"dof bokeh inf", 2, "'inf' is not a finite number"},
     {"dof bokeh nan", 2, "'nan' is not a finite number"},
     {"dof bokeh -- -1", 1, "f/-1: an aperture must be a number above 0"},
     {"dof bokeh 5.6", 1, "QAVGraphicPath is not set", "-u QAVGraphicPath"},
@@ -137,12 +124,10 @@ const Row kRows[] = {
     {"dof focus empty-view.json", 1, "nothing lies at the centre of the view"},
     {"dof focus box.json --mode 3", 2, "--mode"},
     {"dof focus box.json --mode 0 --distance -1", 2, "--distance"},
-    {"dof focus box.json --mode 0 --distance inf", 2, "'inf' is not a finite number"},
     {"dof focus box.json --mode 2 --point 1 2", 2, "--point"},
     {"dof focus box.json --mode 2", 2, "--mode 2 focuses on a point: give --point"},
     {"dof focus box.json --mode 0", 2, "--mode 0 focuses at a distance: give --distance"},
     {"dof focus box.json --distance 100", 2, "--distance is for --mode 0, not --mode 1"},
-    {"dof focus box.json --mode 0 --distance 1 --point 0 0 0", 2, "--point is for --mode 2"},
     {"dof focus box.json -o focus.jpg", 2, "'focus.jpg'", "", "focus.jpg"},
 
     // scene
@@ -153,15 +138,12 @@ const Row kRows[] = {
     {"scene info malformed.json", 1, "malformed.json:"},
     {"scene info huge.json", 1, "huge.json: window.width: 1e+12 pixels: from 1 to 8192"},
     {"scene info wide.json", 1, "wide.json: window.width: 8193 pixels: from 1 to 8192"},
-    {"scene info tall.json", 1, "tall.json: window.height: 9000 pixels: from 1 to 8192"},
     {"scene info zero.json", 1, "zero.json: window.width"},
     {"scene info far-eye.json", 1, "far-eye.json: viewpoint.eye"},
     {"scene info infinite-fov.json", 1, "infinite-fov.json:"},
     {"scene pick box.json 400 10", 1, "the pixel 400 10 is outside the 320 x 200 view"},
-    {"scene pick box.json 10", 2, "xy"},
     {"scene pick box.json 10 10 --box 0 1", 2, "--box"},
     {"scene view box.json -o view.jpg", 2, "'view.jpg'", "", "view.jpg"},
-    {"scene view box.json", 2, "--output is required"},
     {"scene view huge.json -o view.png", 1, "window.width", "", "view.png"},
     {"scene view box.json -o nodir/view.png", 1, "nodir/view.png"},
     {"scene view box.json -o folder.png", 1, "folder.png: cannot be written"},
@@ -170,7 +152,6 @@ const Row kRows[] = {
     {"hud huge.json", 1, "huge.json: window.width: 1e+12 pixels: from 1 to 8192"},
     {"hud missing.json", 1, "missing.json: no such file"},
     {"hud box.json --total -1", 2, "--total"},
-    {"hud box.json --total 1e40", 2, "--total"},
     {"hud box.json -o hud.gif", 2, "'hud.gif'", "", "hud.gif"},
     {"hud box.json", 1,
      "QAVRbaLiveHUDDlg.catalog is in no msgcatalog/ folder of "
@@ -181,7 +162,6 @@ const Row kRows[] = {
     {"bar toolbar", 2, "unknown bar \"toolbar\""},
     {"bar material --mapping conical", 2, "unknown mapping type \"conical\""},
     {"bar material -o bar.jpg", 2, "'bar.jpg'", "", "bar.jpg"},
-    {"bar", 2, "kind is required"},
 
     // place
     {"place box.json NoSuch", 1, "no object named \"NoSuch\""},
@@ -189,12 +169,10 @@ const Row kRows[] = {
     {"place box.json Box --press NoSuchHdr", 1, "\"NoSuchHdr\""},
     {"place box.json Box -o place.jpg", 2, "'place.jpg'", "", "place.jpg"},
     {"place missing.json Box", 1, "missing.json: no such file"},
-    {"place wide.json Box", 1, "wide.json: window.width: 8193"},
 
     // bbox
     {"bbox box.json NoSuch", 1, "no object named \"NoSuch\""},
     {"bbox fifo Box", 1, "fifo: not a regular file"},
-    {"bbox box.json", 2, "object is required"},
 
     // ruler
     {"ruler box.json --from 0 0 0 --to 1 0 0 --angle 90 --plane 0 0 0 0 0 0 0 1 0", 2,
@@ -208,12 +186,10 @@ const Row kRows[] = {
     {"ruler box.json --from 0 0 0 --to 1 0 0 --angle 1e5", 2, "--angle"},
     {"ruler box.json --from 0 0 0 --to 1 0 0 -o ruler.tiff", 2, "'ruler.tiff'", "", "ruler.tiff"},
     {"ruler box.json --from 0 0 0 --to 1 0 0 --plane 0 0 0 1 0 0 0 1 0", 2, "--plane"},
-    {"ruler missing.json --from 0 0 0 --to 1 0 0", 1, "missing.json: no such file"},
 
     // snap
     {"snap box.json 10", 2, "pairs X Y"},
     {"snap box.json 1e40 1", 2, "'1e40' is not in the range"},
-    {"snap box.json nan 1", 2, "'nan' is not a finite number"},
     {"snap box.json 1 1 -o snap.jpeg", 2, "'snap.jpeg'", "", "snap.jpeg"},
     {"snap empty 1 1", 1, "empty:"},
 
@@ -222,31 +198,19 @@ const Row kRows[] = {
     {"import list material --content missing", 1, "missing"},
     {"import list material --content box.json", 1, "box.json"},
     {"import run material 99999 --yes --content {res}/content", 1, "no preset 99999"},
-    {"import run material abc --yes", 2, "abc"},
     {"import panel material -o panel.jpg", 2, "'panel.jpg'", "", "panel.jpg"},
 
     // content
-    {"content check missing.orlix", 1, "missing.orlix"},
-    {"content check empty", 1, "empty"},
     {"content check bad.orlix", 1, "bad.orlix"},
-    {"content check fifo", 1, "fifo"},
-    {"content check folder", 1, "folder"},
-    {"content pack missing -o pack.orlix", 1, "missing", "", "pack.orlix"},
-    {"content pack box.json -o pack.orlix", 1, "box.json", "", "pack.orlix"},
     {"content pack folder -o pack.orlix", 1, "manifest.json", "", "pack.orlix"},
-    {"content pack folder", 2, "--output is required"},
 
     // plm
     {"plm show 999999", 1, "the repository 'PLM1' does not exist"},
     {"plm show abc --repository Typo", 1, "the repository 'Typo' does not exist"},
-    {"plm import missing.orlix", 1, "missing.orlix"},
     {"plm import bad.orlix", 1, "bad.orlix"},
-    {"plm import fifo", 1, "fifo"},
-    {"plm import empty", 1, "empty"},
 
     // shader
     {"shader check NoSuchShader", 1, "NoSuchShader"},
-    {"shader", 2, "subcommand is required"},
 };
 
 class BadInputCliTest : public qavtest::ProgramTest {
@@ -257,7 +221,6 @@ class BadInputCliTest : public qavtest::ProgramTest {
     _scratch.Write("box.json", BoxScene("320", "200"));
     _scratch.Write("huge.json", BoxScene("1e12", "200"));
     _scratch.Write("wide.json", BoxScene("8193", "200"));
-    _scratch.Write("tall.json", BoxScene("320", "9000"));
     _scratch.Write("zero.json", BoxScene("0", "200"));
     // A coordinate beyond what a float holds, an angle that is not finite.
     _scratch.Write("far-eye.json", BoxScene("320", "200", "[0, -1e39, 0]"));

@@ -1,44 +1,18 @@
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <langinfo.h>
 #include <locale.h>
-#include <spawn.h>
-#include <sys/wait.h>
 
-#include <clocale>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "QAVSYPStyleSheet.h"
 #include "QAVTestSupport.h"
 
-extern char** environ;
-
 namespace {
 
-constexpr const char* kCommaLocale = "de_DE.UTF-8";
-
-// Whether the process's numbers now use a decimal comma.
+// Whether the thread's numbers now use a decimal comma.
 bool NumbersHaveAComma() { return std::string(nl_langinfo(RADIXCHAR)) == ","; }
-
-// Makes kCommaLocale from the locale sources under `dir` with localedef, its
-// output discarded; true when localedef ran and exited.
-bool MakeCommaLocale(const std::string& dir) {
-  std::filesystem::create_directories(dir);
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-  posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
-  std::string program = "localedef", inputFlag = "-i", input = "de_DE", charmapFlag = "-f",
-              charmap = "UTF-8", target = dir + "/" + kCommaLocale;
-  char* argv[] = {program.data(), inputFlag.data(), input.data(), charmapFlag.data(),
-                  charmap.data(), target.data(),    nullptr};
-  pid_t pid = 0;
-  const int spawned = posix_spawnp(&pid, "localedef", &actions, nullptr, argv, environ);
-  posix_spawn_file_actions_destroy(&actions);
-  int status = 0;
-  return spawned == 0 && waitpid(pid, &status, 0) == pid && WIFEXITED(status);
-}
 
 class StyleSheetTest : public qavtest::HostTest {};
 
@@ -93,17 +67,11 @@ TEST_F(StyleSheetTest, NumbersAreReadWithAPointUnderADecimalCommaLocale) {
                  "[Tile]\nopacity = 0.5\nopacity:Unavailable = .45\nwidth = 356.25\n"
                  "size = 1,5\nscale = 2.5e-1\nshift = -0.75\n");
   SetEnvAndReload("QAVHOST_RESOURCE_PATH", _scratch.str() + "/res");
-  const std::string original = std::setlocale(LC_NUMERIC, nullptr);
-  if (!std::setlocale(LC_NUMERIC, kCommaLocale)) {
-    const std::string dir = _scratch.str() + "/locales";
-    const bool ran = MakeCommaLocale(dir);
-    SetEnvAndReload("LOCPATH", dir);
-    if (!std::setlocale(LC_NUMERIC, kCommaLocale))
-      GTEST_SKIP() << "no decimal-comma locale: " << kCommaLocale << " is not installed, and "
-                   << (ran ? "localedef could not make it (are the locale sources of Debian's "
-                             "'locales' package missing?)"
-                           : "localedef could not be run");
-  }
+  std::optional<qavtest::ScopedEnv> locpath;
+  std::string why;
+  const locale_t commaLocale = qavtest::CommaLocale(_scratch.str() + "/locales", locpath, why);
+  if (commaLocale == static_cast<locale_t>(nullptr)) GTEST_SKIP() << why;
+  const locale_t original = uselocale(commaLocale);
   const bool comma = NumbersHaveAComma();
   const QAVSYPStyleSheet* sheet = QAVSYPStyleSheet::Get("Comma.QAVSYPStyle");
   double values[6] = {};
@@ -115,7 +83,8 @@ TEST_F(StyleSheetTest, NumbersAreReadWithAPointUnderADecimalCommaLocale) {
     values[4] = sheet->GetNumber("Tile", "scale", {}, 0);
     values[5] = sheet->GetNumber("Tile", "shift", {}, 0);
   }
-  (void)std::setlocale(LC_NUMERIC, original.c_str());
+  uselocale(original);
+  freelocale(commaLocale);
   ASSERT_TRUE(comma);
   ASSERT_NE(sheet, nullptr);
   EXPECT_EQ(values[0], 0.5);

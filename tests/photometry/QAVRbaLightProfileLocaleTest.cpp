@@ -32,7 +32,7 @@ extern char** environ;
 
 namespace {
 
-constexpr const char* kCommaLocale = "de_DE.UTF-8";
+using qavtest::kCommaLocale;
 
 // A file whose numbers all have a fractional part; "0.5x" is not a plain
 // number, so it goes through sscanf, which follows the thread's locale.
@@ -40,59 +40,14 @@ const std::string kFile =
     "IESNA:LM-63-2002\nTILT=NONE\n1 1000.5 0.5x 2 1 1 2 0.25 0.5 0.75\n"
     "0.9 1.0 12.5\n0 90.5\n0\n100.25 50.75\n";
 
-bool HasComma(locale_t locale) {
-  return locale != static_cast<locale_t>(nullptr) &&
-         std::string(nl_langinfo_l(RADIXCHAR, locale)) == ",";
-}
-
-// Runs localedef, its output discarded; true when it ran and exited.
-bool RunLocaledef(const std::string& output) {
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-  posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
-  std::string program = "localedef", inputFlag = "-i", input = "de_DE", charmapFlag = "-f",
-              charmap = "UTF-8", target = output;
-  char* argv[] = {program.data(), inputFlag.data(), input.data(), charmapFlag.data(),
-                  charmap.data(), target.data(),    nullptr};
-  pid_t pid = 0;
-  const int spawned = posix_spawnp(&pid, "localedef", &actions, nullptr, argv, environ);
-  posix_spawn_file_actions_destroy(&actions);
-  if (spawned != 0) return false;
-  int status = 0;
-  return waitpid(pid, &status, 0) == pid && WIFEXITED(status);
-}
-
-// The process's locale with the numbers of kCommaLocale, or null when that
-// cannot be loaded. The process's locale is left as it was. (setlocale and
-// duplocale rather than newlocale, which leaks its copy of LOCPATH.)
-locale_t LoadCommaLocale() {
-  const std::string original = std::setlocale(LC_NUMERIC, nullptr);
-  if (!std::setlocale(LC_NUMERIC, kCommaLocale)) return static_cast<locale_t>(nullptr);
-  const locale_t comma = duplocale(LC_GLOBAL_LOCALE);
-  (void)std::setlocale(LC_NUMERIC, original.c_str());
-  return comma;
-}
-
 // Finds the comma locale kCommaLocale, or makes it under a scratch directory
 // named by LOCPATH for the rest of the test.
 class CommaLocaleTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    _comma = LoadCommaLocale();
-    if (!HasComma(_comma)) {
-      if (_comma != static_cast<locale_t>(nullptr)) freelocale(_comma);
-      const std::string dir = _scratch.str() + "/locales";
-      std::filesystem::create_directories(dir);
-      const bool ran = RunLocaledef(dir + "/" + kCommaLocale);
-      _locpath.emplace("LOCPATH", dir);
-      _comma = LoadCommaLocale();
-      if (!HasComma(_comma))
-        GTEST_SKIP() << "no decimal-comma locale: " << kCommaLocale << " is not installed, and "
-                     << (ran ? "localedef could not make it (the locale sources of Debian's "
-                               "'locales' package, /usr/share/i18n/locales/de_DE, are missing?)"
-                             : "localedef could not be run");
-    }
+    std::string why;
+    _comma = qavtest::CommaLocale(_scratch.str() + "/locales", _locpath, why);
+    if (_comma == static_cast<locale_t>(nullptr)) GTEST_SKIP() << why;
     _profile = QAVMakeRef<QAVRbaLightProfile>();
     _path = _scratch.Write("comma.ies", kFile).string();
   }

@@ -4,6 +4,7 @@
 #define QAVTestSupport_h
 
 #include <gtest/gtest.h>
+#include <locale.h>
 
 #include <filesystem>
 #include <memory>
@@ -45,6 +46,14 @@ class ScopedEnv {
 };
 
 std::string ReadFile(const std::filesystem::path& path);
+
+// The locale whose numbers have a decimal comma that the locale tests use.
+inline constexpr const char* kCommaLocale = "de_DE.UTF-8";
+// The numbers of kCommaLocale as a locale for the caller to free (freelocale),
+// found installed or made with localedef under `dir`, which `locpath` then names
+// as LOCPATH for as long as the caller keeps it. Null, with `why` saying what
+// is missing, when neither works. The process's locale is left as it was.
+locale_t CommaLocale(const std::string& dir, std::optional<ScopedEnv>& locpath, std::string& why);
 
 // A test fixture with its own settings directory and its own session of the
 // substitute host (a driver, recording its journal): every process-wide state of
