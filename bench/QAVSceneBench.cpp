@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "QAV3DViewer.h"
-#include "QAVBenchScratch.h"
+#include "QAVBenchWavyScene.h"
 #include "QAVCommand.h"
 #include "QAVFrmWindow.h"
 #include "QAVHostDriver.h"
@@ -28,41 +28,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A wavy grid of n x n quads as a binary STL: 2 n^2 triangles.
-std::string WriteWavyStl(int n) {
-  const fs::path file = qavbench::Scratch() / ("wave" + std::to_string(n) + ".stl");
-  std::ofstream out(file, std::ios::binary);
-  const std::string header(80, ' ');
-  out.write(header.data(), 80);
-  const auto count = static_cast<std::uint32_t>(2 * n * n);
-  out.write(reinterpret_cast<const char*>(&count), 4);
-  auto at = [n](int i, int j) {
-    const float x = -1.0F + 2.0F * static_cast<float>(j) / static_cast<float>(n);
-    const float y = -1.0F + 2.0F * static_cast<float>(i) / static_cast<float>(n);
-    return std::vector<float>{x, y, 0.05F * std::sin(9 * x) * std::cos(7 * y)};
-  };
-  auto facet = [&out](const std::vector<float>& a, const std::vector<float>& b,
-                      const std::vector<float>& c) {
-    const float normal[3] = {0, 0, 1};
-    out.write(reinterpret_cast<const char*>(normal), 12);
-    for (const auto* p : {&a, &b, &c})
-      out.write(reinterpret_cast<const char*>(p->data()), 12);
-    const std::uint16_t attributes = 0;
-    out.write(reinterpret_cast<const char*>(&attributes), 2);
-  };
-  for (int i = 0; i < n; ++i) {
-    for (int j = 0; j < n; ++j) {
-      facet(at(i, j), at(i, j + 1), at(i + 1, j));
-      facet(at(i, j + 1), at(i + 1, j + 1), at(i + 1, j));
-    }
-  }
-  return file.string();
-}
-
-constexpr int kGrid = 708;  // 1,002,528 triangles
+using qavbench::kWavyGrid;
+using qavbench::WriteWavyStl;
 
 void BM_ReadMeshFile(benchmark::State& state) {
-  static const std::string file = WriteWavyStl(kGrid);
+  static const std::string file = WriteWavyStl(kWavyGrid);
   const auto bytes = static_cast<std::int64_t>(fs::file_size(file));
   for (auto _ : state) {
     QAVRef<QAVSurfacicRep> leaf;
@@ -75,7 +45,7 @@ void BM_ReadMeshFile(benchmark::State& state) {
 BENCHMARK(BM_ReadMeshFile)->Unit(benchmark::kMillisecond);
 
 void BM_RenderView(benchmark::State& state) {
-  static const std::string file = WriteWavyStl(kGrid);
+  static const std::string file = WriteWavyStl(kWavyGrid);
   QAVRef<QAVSurfacicRep> leaf;
   std::string error;
   QAVMeshReader::Read(file, leaf, error);
