@@ -64,12 +64,4 @@ TEST_F(SnapCliTest, HoversAndADragTellTheFrameAfterEachPosition) {
   EXPECT_NE(run.out.find("cursor\t14 (dragging)"), std::string::npos) << run.out;
 }
 
-TEST_F(SnapCliTest, BadInputIsRefused) {
-  EXPECT_EQ(Run("snap " + _showroom + " 480").status, 2) << "an X without its Y";
-  EXPECT_EQ(Run("snap " + _showroom).status, 2);
-  const qavtest::ProgramRun missing = Run("snap no-such-scene.json 1 1");
-  EXPECT_EQ(missing.status, 1);
-  EXPECT_NE(missing.err.find("no-such-scene.json"), std::string::npos) << missing.err;
-}
-
 }  // namespace
